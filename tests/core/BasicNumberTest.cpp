@@ -1,0 +1,105 @@
+#include "core/BasicNumber.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "QtPrinters.h"
+
+namespace {
+
+struct NumericCase {
+    QString text;
+    bool numeric;
+};
+
+class IsNumericTest : public testing::TestWithParam<NumericCase> {};
+
+TEST_P(IsNumericTest, FollowsBasic) {
+    EXPECT_EQ(basic::isNumeric(GetParam().text), GetParam().numeric);
+}
+
+INSTANTIATE_TEST_SUITE_P(Numbers, IsNumericTest,
+                         testing::Values(NumericCase{"1e3", true}, NumericCase{"1.5E-2", true},
+                                         NumericCase{"2D3", true}, NumericCase{"12,5", true},
+                                         NumericCase{"1,000.5", true}, NumericCase{" 7 ", true},
+                                         NumericCase{"\t7\r\n", true}, NumericCase{"+5", true},
+                                         NumericCase{"5-", true}, NumericCase{"- 5", true},
+                                         NumericCase{".5", true}, NumericCase{"5.", true},
+                                         NumericCase{"&H1F", true}, NumericCase{"&hff", true},
+                                         NumericCase{"&O17", true}, NumericCase{"&HFFFFFFFF", true},
+                                         NumericCase{"000000000012", true}));
+
+INSTANTIATE_TEST_SUITE_P(NotNumbers, IsNumericTest,
+                         testing::Values(NumericCase{"", false}, NumericCase{"   ", false},
+                                         NumericCase{"-", false}, NumericCase{".", false},
+                                         NumericCase{",", false}, NumericCase{"1.2.3", false},
+                                         NumericCase{"1.000,5", false}, NumericCase{"-5-", false},
+                                         NumericCase{"2 0", false}, NumericCase{"1e", false},
+                                         NumericCase{"1e999", false}, NumericCase{"0 beta", false},
+                                         NumericCase{"2c", false}, NumericCase{"v1", false},
+                                         NumericCase{"&H", false}, NumericCase{"&O8", false},
+                                         NumericCase{"&H100000000", false},
+                                         NumericCase{"&X1", false}));
+
+TEST(CDblTest, ReadsTheValue) {
+    EXPECT_EQ(basic::cDbl("12,5"), 125.0);
+    EXPECT_EQ(basic::cDbl("1e3"), 1000.0);
+    EXPECT_EQ(basic::cDbl("1.5E-2"), 0.015);
+    EXPECT_EQ(basic::cDbl(" 5- "), -5.0);
+    EXPECT_EQ(basic::cDbl("&HFFFFFFFF"), -1.0);
+    EXPECT_EQ(basic::cDbl("&O17"), 15.0);
+    EXPECT_EQ(basic::cDbl("1e-999"), 0.0);
+    EXPECT_EQ(basic::cDbl("x"), std::nullopt);
+}
+
+struct CLngCase {
+    QString text;
+    std::optional<qint32> expected;
+};
+
+class CLngTest : public testing::TestWithParam<CLngCase> {};
+
+TEST_P(CLngTest, RoundsToEvenAndOverflows) {
+    EXPECT_EQ(basic::cLng(GetParam().text), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, CLngTest,
+    testing::Values(CLngCase{"2.5", 2}, CLngCase{"3.5", 4}, CLngCase{"-2.5", -2},
+                    CLngCase{"2.51", 3}, CLngCase{" 10 ", 10}, CLngCase{"1e3", 1000},
+                    CLngCase{"2147483647", 2147483647},
+                    CLngCase{"-2147483648", std::numeric_limits<qint32>::min()},
+                    CLngCase{"2147483648", std::nullopt}, CLngCase{"-2147483649", std::nullopt},
+                    CLngCase{"2147483647.5", std::nullopt},
+                    CLngCase{"99999999999999999999", std::nullopt}, CLngCase{"", std::nullopt},
+                    CLngCase{"abc", std::nullopt}));
+
+struct ValCase {
+    QString text;
+    double expected;
+};
+
+class ValTest : public testing::TestWithParam<ValCase> {};
+
+TEST_P(ValTest, ReadsTheLeadingNumber) {
+    EXPECT_DOUBLE_EQ(basic::val(GetParam().text), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ValTest,
+    testing::Values(ValCase{"  12 34abc", 1234}, ValCase{"1.5e2x", 150}, ValCase{"1 d 2", 100},
+                    ValCase{"1e", 1}, ValCase{"1e+x", 1}, ValCase{"&H10", 16}, ValCase{"&h1g", 1},
+                    ValCase{"&O17", 15}, ValCase{"&HFFFF", -1}, ValCase{"&H10000", 65536},
+                    ValCase{"&HFFFFFFFF", -1}, ValCase{"&H100000000", 0}, ValCase{"&", 0},
+                    ValCase{"", 0}, ValCase{"abc", 0}, ValCase{"-3.7", -3.7}, ValCase{"- 3", -3},
+                    ValCase{"5-", 5}, ValCase{"--5", 0}, ValCase{".5", 0.5}, ValCase{"1,234", 1},
+                    ValCase{"1.2.3", 1.2}, ValCase{"12\t3\n4", 1234}, ValCase{"1\r2", 1},
+                    ValCase{"TWUS_1_2_3.exe,x", 0}, ValCase{"-9997", -9997}));
+
+TEST(ValTest, ANumberBeyondADoubleIsInfinite) {
+    EXPECT_TRUE(std::isinf(basic::val("1e999")));
+}
+
+}  // namespace
