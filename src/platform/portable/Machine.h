@@ -1,0 +1,58 @@
+#pragma once
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "platform/portable/MachineFacts.h"
+
+namespace platform::portable {
+
+class PortableCodePage;
+class PortableEnvironment;
+class PortableFileSystem;
+class PortableRegistry;
+class PortableVersionInfo;
+class WinPath;
+
+// One Windows computer in a folder: machine.ini, drive_c/, registry/, run/.
+class Machine {
+public:
+    ~Machine();
+
+    // The folder that TALLOWICK_MACHINE names, or $XDG_DATA_HOME/tallowick/machine.
+    static std::filesystem::path defaultFolder();
+
+    // Opens an existing machine. Problems with machine.ini are reported in *problems and
+    // the defaults are used; nothing when the folder is not a machine.
+    static std::unique_ptr<Machine> open(const std::filesystem::path& folder,
+                                         std::string* problems);
+    // Lays out a fresh machine: machine.ini, the standard folders of drive C and the
+    // registry's base keys. Refuses a folder that already holds a machine.
+    static std::unique_ptr<Machine> create(const std::filesystem::path& folder,
+                                           const MachineFacts& facts, std::string* problems);
+
+    // The arguments the process was started with, behind its own name (UTF-8).
+    void setArguments(const std::vector<std::string>& arguments);
+
+    Platform& platform() { return *platform_; }
+    const MachineFacts& facts() const { return facts_; }
+    const std::filesystem::path& folder() const { return folder_; }
+    const WinPath& paths() const { return *paths_; }
+
+private:
+    Machine(std::filesystem::path folder, MachineFacts facts);
+
+    std::filesystem::path folder_;
+    MachineFacts facts_;
+    std::unique_ptr<PortableCodePage> codePage_;
+    std::unique_ptr<WinPath> paths_;
+    std::unique_ptr<PortableRegistry> registry_;
+    std::unique_ptr<PortableVersionInfo> versionInfo_;
+    std::unique_ptr<PortableFileSystem> files_;
+    std::unique_ptr<PortableEnvironment> environment_;
+    std::unique_ptr<Platform> platform_;
+};
+
+}  // namespace platform::portable

@@ -1,0 +1,99 @@
+#include "platform/portable/PortableCodePage.h"
+
+#include <QStringDecoder>
+#include <QStringEncoder>
+
+namespace platform::portable {
+
+namespace {
+
+QByteArray converterName(unsigned codePage) {
+    switch (codePage) {
+        case 932:
+            return "Shift_JIS";
+        case 936:
+            return "GBK";
+        case 949:
+            return "EUC-KR";
+        case 950:
+            return "Big5";
+        case 65001:
+            return "UTF-8";
+        default:
+            return "windows-" + QByteArray::number(codePage);
+    }
+}
+
+bool isSingleByte(unsigned codePage) {
+    return codePage != 932 && codePage != 936 && codePage != 949 && codePage != 950 &&
+           codePage != 65001;
+}
+
+}  // namespace
+
+PortableCodePage::PortableCodePage(unsigned codePage) : codePage_(codePage) {
+    QByteArray name = converterName(codePage);
+    known_ = QStringDecoder(name.constData()).isValid();
+    if (!known_) {
+        name = "windows-1252";
+    }
+    converterName_ = name.toStdString();
+    singleByte_ = !known_ || isSingleByte(codePage);
+    if (!singleByte_) {
+        return;
+    }
+    QStringDecoder decoder(converterName_.c_str());
+    for (int byte = 0; byte < 256; ++byte) {
+        const QString wide = decoder.decode(QByteArray(1, static_cast<char>(byte)));
+        // A byte the code page leaves undefined stands for the control character of the
+        // same value, as on Windows, so that it survives a round trip.
+        const char16_t unit = (wide.size() == 1 && wide[0] != QChar::ReplacementCharacter)
+                                  ? wide[0].unicode()
+                                  : static_cast<char16_t>(byte);
+        toWide_[byte] = unit;
+        toAnsi_.emplace(unit, static_cast<char>(byte));
+    }
+}
+
+std::u16string PortableCodePage::toWide(const std::string& ansi) const {
+    if (singleByte_) {
+        std::u16string wide(ansi.size(), u'\0');
+        for (size_t i = 0; i < ansi.size(); ++i) {
+            wide[i] = toWide_[static_cast<unsigned char>(ansi[i])];
+        }
+        return wide;
+    }
+    QStringDecoder decoder(converterName_.c_str());
+    const QString text = decoder.decode(QByteArrayView(ansi.data(), qsizetype(ansi.size())));
+    return text.toStdU16String();
+}
+
+std::string PortableCodePage::toAnsi(const std::u16string& wide) const {
+    std::string ansi;
+    ansi.reserve(wide.size());
+    if (singleByte_) {
+        for (char16_t unit : wide) {
+            const auto found = toAnsi_.find(unit);
+            ansi.push_back(found != toAnsi_.end() ? found->second : '?');
+        }
+        return ansi;
+    }
+    // Character by character, so that one the code page lacks becomes "?" instead of the
+    // converter's substitution byte.
+    QStringEncoder encoder(converterName_.c_str());
+    const QString text = QString::fromStdU16String(wide);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const qsizetype length = (text[i].isHighSurrogate() && i + 1 < text.size()) ? 2 : 1;
+        const QByteArray bytes = encoder.encode(QStringView(text).mid(i, length));
+        if (encoder.hasError()) {
+            encoder.resetState();
+            ansi.push_back('?');
+        } else {
+            ansi.append(bytes.constData(), size_t(bytes.size()));
+        }
+        i += length - 1;
+    }
+    return ansi;
+}
+
+}  // namespace platform::portable

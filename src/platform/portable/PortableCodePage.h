@@ -1,0 +1,34 @@
+#pragma once
+#include <array>
+#include <string>
+#include <unordered_map>
+
+#include "platform/CodePage.h"
+
+namespace platform::portable {
+
+// Code-page conversion from the tables of the host's ICU. Single-byte code pages are turned
+// into a 256-entry table once, so that conversion is a lookup and a missing character
+// becomes "?" as on Windows; multi-byte code pages go through the converter.
+class PortableCodePage final : public CodePage {
+public:
+    explicit PortableCodePage(unsigned codePage);
+
+    unsigned GetACP() const override { return codePage_; }
+    std::u16string toWide(const std::string& ansi) const override;
+    std::string toAnsi(const std::u16string& wide) const override;
+
+    // False when the host knows no converter for the code page; conversion then falls back
+    // to Windows-1252.
+    bool known() const { return known_; }
+
+private:
+    unsigned codePage_;
+    bool known_ = false;
+    bool singleByte_ = false;
+    std::string converterName_;
+    std::array<char16_t, 256> toWide_{};
+    std::unordered_map<char16_t, char> toAnsi_;
+};
+
+}  // namespace platform::portable
