@@ -1,0 +1,32 @@
+#include "shell/EntryFolders.h"
+
+#include <QStringList>
+
+#include "core/BasicText.h"
+#include "state/AnsiText.h"
+
+namespace shell {
+
+QString GetParentFolder(const QString& path, int levels) {
+    QStringList parts = basic::split(path, QStringLiteral("\\"));
+    for (int i = 0; i < levels && !parts.isEmpty(); ++i) {
+        parts.removeLast();
+    }
+    return parts.join('\\') + '\\';
+}
+
+void ComputeEntryFolders(ProcessState& state, const QString& programFolder,
+                         platform::FileSystem& files, const platform::CodePage& codePage) {
+    state.programFolder = programFolder;
+    state.parentFolder = GetParentFolder(programFolder, 1);
+    state.programLocalizedFolder = programFolder + "\\localized\\";
+    state.parentLocalizedFolder = state.parentFolder + "localized\\";
+
+    state.htmlFolder = programFolder + "\\HTML Screens\\";
+    if (!state.production || !files.FolderExists(state::toAnsi(codePage, state.htmlFolder))) {
+        state.htmlFolder = state.parentFolder + "HTML Screens\\";
+    }
+    state.coSellFolder = state.htmlFolder + "CoSell\\localized\\";
+}
+
+}  // namespace shell
