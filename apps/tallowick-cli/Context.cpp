@@ -1,0 +1,27 @@
+#include <cstdio>
+
+#include "Cli.h"
+
+namespace cli {
+
+platform::portable::Machine* Context::machine() {
+    if (!machine_) {
+        std::string problems;
+        machine_ = platform::portable::Machine::open(platform::portable::Machine::defaultFolder(),
+                                                     &problems);
+        if (!problems.empty()) {
+            err(QString::fromStdString(problems).trimmed());
+        }
+    }
+    return machine_.get();
+}
+
+void Context::out(const QString& line) {
+    std::fputs((line + '\n').toUtf8().constData(), stdout);
+}
+
+void Context::err(const QString& line) {
+    std::fputs(("tallowick-cli: " + line + '\n').toUtf8().constData(), stderr);
+}
+
+}  // namespace cli

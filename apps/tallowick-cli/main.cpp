@@ -1,0 +1,35 @@
+#include <QCoreApplication>
+
+#include "Cli.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: tallowick-cli machine init | reg get KEY VALUE | reg dword KEY VALUE | "
+    "reg set KEY VALUE DATA | reg import FILE.reg | reg export KEY | verinfo FILE... | "
+    "args \"COMMAND LINE\"";
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    QCoreApplication application(argc, argv);
+    QStringList arguments = application.arguments().mid(1);
+    const QString command = arguments.value(0);
+    cli::Context context(arguments.mid(1));
+
+    int status = cli::kUsage;
+    if (command == "machine") {
+        status = cli::machineCommand(context);
+    } else if (command == "reg") {
+        status = cli::regCommand(context);
+    } else if (command == "verinfo") {
+        status = cli::verinfoCommand(context);
+    } else if (command == "args") {
+        status = cli::argsCommand(context);
+    }
+    if (status == cli::kUsage) {
+        std::fputs(kUsage, stderr);
+        std::fputs("\n", stderr);
+    }
+    return status;
+}

@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "support/TestMachine.h"
+
+namespace {
+
+struct CliRun {
+    int status;
+    QString out;
+    QString err;
+};
+
+// Runs the console front end on a machine folder, as a script would.
+class CliTest : public ::testing::Test {
+protected:
+    CliRun cli(const QStringList& arguments) {
+        QProcess process;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("TALLOWICK_MACHINE", machineFolder);
+        process.setProcessEnvironment(environment);
+        process.start(TALLOWICK_CLI, arguments);
+        process.waitForFinished(30000);
+        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+                QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
+    void init() { ASSERT_EQ(cli({"machine", "init"}).status, 0); }
+
+    QTemporaryDir dir;
+    QString machineFolder = dir.path() + "/machine";
+};
+
+TEST_F(CliTest, BadUsageExitsWithTwoAndOneLine) {
+    for (const QStringList& arguments :
+         {QStringList{}, QStringList{"nonsense"}, QStringList{"reg", "get", "only-key"},
+          QStringList{"machine"}, QStringList{"args"}, QStringList{"verinfo"}}) {
+        const CliRun run = cli(arguments);
+        EXPECT_EQ(run.status, 2) << arguments.join(' ').toStdString();
+        EXPECT_TRUE(run.err.startsWith("usage: tallowick-cli"));
+        EXPECT_EQ(run.err.count('\n'), 1);
+    }
+}
+
+TEST_F(CliTest, MissingMachineIsToldNotCrashed) {
+    const CliRun run = cli({"reg", "get", "HKEY_LOCAL_MACHINE\\Software", "x"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains("not a machine folder"));
+}
+
+TEST_F(CliTest, InitRefusesAnExistingMachine) {
+    init();
+    const CliRun again = cli({"machine", "init"});
+    EXPECT_EQ(again.status, 1);
+    EXPECT_TRUE(again.err.contains("already there"));
+}
+
+TEST_F(CliTest, RegistryValuesRoundTrip) {
+    init();
+    EXPECT_EQ(
+        cli({"reg", "set", "HKEY_LOCAL_MACHINE\\Software\\Tallowick", "Language", "de"}).status, 0);
+    EXPECT_EQ(cli({"reg", "get", "HKEY_LOCAL_MACHINE\\Software\\Tallowick", "language"}).out,
+              "de\n");
+    EXPECT_EQ(cli({"reg", "get", "HKEY_LOCAL_MACHINE\\Software\\Tallowick", "Missing"}).out,
+              "Error\n");
+    EXPECT_EQ(cli({"reg", "dword", "HKEY_LOCAL_MACHINE\\Software\\Tallowick", "Missing"}).out,
+              "Error\n");
+}
+
+TEST_F(CliTest, ImportAndExportTheRealExport) {
+    init();
+    QFile sample(QString(TALLOWICK_TEST_DATA) + "/uninstall-sample.reg");
+    const CliRun import = cli({"reg", "import", sample.fileName()});
+    ASSERT_EQ(import.status, 0) << import.err.toStdString();
+    const QString key =
+        "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
+    EXPECT_EQ(cli({"reg", "get", key + "\\7-Zip", "DisplayName"}).out, "7-Zip 24.08 (x64)\n");
+    EXPECT_EQ(cli({"reg", "dword", key + "\\7-Zip", "NoModify"}).out, "1\n");
+    const CliRun exported = cli({"reg", "export", key});
+    EXPECT_EQ(exported.status, 0);
+    EXPECT_TRUE(exported.out.startsWith("Windows Registry Editor Version 5.00"));
+    EXPECT_TRUE(exported.out.contains("[" + key + "\\7-Zip]"));
+    EXPECT_TRUE(exported.out.contains("\"DisplayVersion\"=\"24.08\""));
+
+    QFile broken(dir.path() + "/broken.reg");
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+    broken.write(
+        "Windows Registry Editor Version "
+        "5.00\r\n\r\n[HKEY_CURRENT_USER\\X]\r\n\"a\"=dword:xyz\r\n");
+    broken.close();
+    const CliRun refused = cli({"reg", "import", broken.fileName()});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.err.contains("broken.reg:4")) << refused.err.toStdString();
+}
+
+TEST_F(CliTest, VerinfoPrintsOneLineEachWithEmptyForMissing) {
+    init();
+    QFile source(QString(TALLOWICK_TEST_DATA) + "/zlib1-x64.dll");
+    ASSERT_TRUE(source.copy(machineFolder + "/drive_c/zlib1.dll"));
+    const CliRun run = cli({"verinfo", "C:\\ZLIB1.DLL", "C:\\missing.dll"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out,
+              "file=C:\\ZLIB1.DLL\nFileVersion=1.2.13\nProductVersion=1.2.13\nCompanyName=\n"
+              "FileDescription=zlib data compression library\nFixedFileVersion=1.2.13.0\n"
+              "file=C:\\missing.dll\nFileVersion=\nProductVersion=\nCompanyName=\n"
+              "FileDescription=\nFixedFileVersion=\n");
+}
+
+TEST_F(CliTest, ArgsPrintsWhatTheParserLeaves) {
+    const CliRun run = cli({"args", "/language=FR /boot /LOADER=x.ini"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(run.out.contains("silent=true\n"));
+    EXPECT_TRUE(run.out.contains("message=Ignoring unknown command line argument(s): boot \n"));
+    EXPECT_TRUE(run.out.contains("languageId=fr\n"));
+    EXPECT_TRUE(run.out.contains("loaderFileName=x.ini\n"));
+}
+
+}  // namespace
