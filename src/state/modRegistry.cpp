@@ -127,7 +127,6 @@ void modRegistry::DeleteValue(const QString& keyPath, const QString& valueName) 
     QString subKey = keyPath;
     ParseKey(subKey, mainKeyHandle_);
     // Unconditional, as always: a failed open leaves no handle and the delete fails with it.
-    hKey_ = 0;
     registry_.RegOpenKeyA(mainKeyHandle_, toAnsi(codePage_, subKey), &hKey_);
     lastStatus_ = registry_.RegDeleteValueA(hKey_, toAnsi(codePage_, valueName));
     registry_.RegCloseKey(hKey_);

@@ -141,6 +141,8 @@ long PortableRegistry::openKey(RegHandle parent, const std::string& subKey, std:
     if (result == nullptr) {
         return status::InvalidParameter;
     }
+    // A failed open leaves no handle behind, as on Windows.
+    *result = 0;
     OpenKey parentKey;
     long status = status::Success;
     const RegKey* below = resolve(parent, 0, &parentKey, &status);
