@@ -6,32 +6,15 @@
 #include "VersionImageBuilder.h"
 #include "support/TestMachine.h"
 
-// What Windows leaves to the caller and the portable machine answers safely: blocks cut
-// short by the caller's length, and string conversions that would not fit the buffer.
+// What Windows leaves to the caller and the portable machine answers safely: blocks cut short by
+// the caller's length, and string conversions that would not fit the buffer.
 namespace {
 
 using Block = std::vector<std::uint8_t>;
 
 class PortableVersionInfo : public ::testing::Test {
 protected:
-    // A file whose block is about 2 * textUnits bytes: the size it reports is over 64,000
-    // from about 16,000 units on.
-    void placeLargeBlock(std::size_t textUnits) {
-        const std::string block = version_image::block(
-            0x0002000000010000, u"040904b0",
-            {{u"FileVersion", u"2.0.1.0"}, {u"Comments", std::u16string(textUnits, u'x')}},
-            0x04B00409);
-        machine.placeFile(kPath, version_image::peImage(block, false));
-    }
-
-    // Read with the given length into a buffer of exactly that size.
-    Block load(std::uint32_t length) {
-        Block block(length);
-        EXPECT_TRUE(versionInfo.GetFileVersionInfoA(kPath, 0, length, block.data()));
-        return block;
-    }
-
-    bool found(Block& block, const std::string& subBlock) {
+    bool found(Block& block, const char* subBlock) {
         void* buffer = nullptr;
         std::uint32_t len = 0;
         return versionInfo.VerQueryValueA(block.data(), subBlock, &buffer, &len);
@@ -42,35 +25,37 @@ protected:
     platform::VersionInfo& versionInfo = machine.platform().versionInfo;
 };
 
-// The block fits the program's 64,000 bytes but the ANSI copy of the long string does not:
-// that one query fails instead of writing past the buffer.
-TEST_F(PortableVersionInfo, ConversionsNeverWritePastTheBuffer) {
-    placeLargeBlock(25000);
-    EXPECT_GT(versionInfo.GetFileVersionInfoSizeA(kPath, nullptr), 64000u);
-    Block block = load(64000);
-    EXPECT_TRUE(found(block, "\\"));
-    EXPECT_TRUE(found(block, "\\VarFileInfo\\Translation"));
-    EXPECT_TRUE(found(block, "\\StringFileInfo\\040904b0\\FileVersion"));
-    EXPECT_FALSE(found(block, "\\StringFileInfo\\040904b0\\Comments"));
+// A length too short for the block and the eight bytes after it keeps what lies wholly within
+// it; a string's ANSI copy that does not fit the length fails instead of writing past it.
+TEST_F(PortableVersionInfo, ShortLengthsCutTheBlockAndConversionsStayWithinIt) {
+    using namespace version_image;
+    const Node table = parent(u"040904b0", {text(u"FileVersion", u"2.0.1.0"),
+                                            text(u"Comments", std::u16string(25000, u'x'))});
+    const Node translation{u"Translation", std::string("\x09\x04\xB0\x04", 4)};
+    machine.placeFile(kPath, peImage(encode(root({parent(u"StringFileInfo", {table}),
+                                                  parent(u"VarFileInfo", {translation})}))));
+    const std::uint32_t size = versionInfo.GetFileVersionInfoSizeA(kPath, nullptr);
+    ASSERT_GT(size, 64000u);  // the program reads 64,000 bytes of it
 
-    Block whole = load(versionInfo.GetFileVersionInfoSizeA(kPath, nullptr));
-    EXPECT_TRUE(found(whole, "\\StringFileInfo\\040904b0\\Comments"));
-}
-
-// A length shorter than the block keeps what lies wholly within it; strings need the spare
-// room that such a block lacks.
-TEST_F(PortableVersionInfo, ACutBlockAnswersOnlyWhatItHolds) {
-    placeLargeBlock(32000);
-    Block block = load(64000);
-    EXPECT_TRUE(found(block, "\\"));
-    EXPECT_FALSE(found(block, "\\StringFileInfo\\040904b0\\FileVersion"));
-    EXPECT_FALSE(found(block, "\\StringFileInfo\\040904b0\\Comments"));
-    EXPECT_FALSE(found(block, "\\VarFileInfo\\Translation"));
-
-    for (std::uint32_t length : {14u, 20u, 60u, 100u, 1000u}) {
-        Block cut = load(length);
-        EXPECT_EQ(found(cut, "\\"), length >= 100) << length;
-        EXPECT_FALSE(found(cut, "\\VarFileInfo\\Translation")) << length;
+    const struct {
+        std::uint32_t length;
+        bool fixedInfo, fileVersion, translation, comments;
+    } cases[] = {
+        {size, true, true, true, true},
+        {64000, true, true, true, false},    // the block fits, the long ANSI copy does not
+        {40000, true, false, false, false},  // cut: strings lack the spare room
+        {100, true, false, false, false},    // the fixed info ends at 92 bytes
+        {99, false, false, false, false},
+        {14, false, false, false, false},  // a node header and the mark
+    };
+    for (const auto& c : cases) {
+        Block block(c.length);
+        ASSERT_TRUE(versionInfo.GetFileVersionInfoA(kPath, 0, c.length, block.data()));
+        EXPECT_EQ(found(block, "\\"), c.fixedInfo) << c.length;
+        EXPECT_EQ(found(block, "\\StringFileInfo\\040904b0\\FileVersion"), c.fileVersion)
+            << c.length;
+        EXPECT_EQ(found(block, "\\VarFileInfo\\Translation"), c.translation) << c.length;
+        EXPECT_EQ(found(block, "\\StringFileInfo\\040904b0\\Comments"), c.comments) << c.length;
     }
     Block tiny(13);
     EXPECT_FALSE(versionInfo.GetFileVersionInfoA(kPath, 0, 13, tiny.data()));
@@ -78,8 +63,7 @@ TEST_F(PortableVersionInfo, ACutBlockAnswersOnlyWhatItHolds) {
 
 // The 16-bit form of NE files counts as no block.
 TEST_F(PortableVersionInfo, SixteenBitBlocksAreNone) {
-    const std::string header("\x40\x00\x34\x00", 4);
-    std::string block = header + "VS_VERSION_INFO";
+    std::string block = std::string("\x40\x00\x34\x00", 4) + "VS_VERSION_INFO";
     block.resize(0x40, '\0');
     machine.placeFile(kPath, version_image::peImage(block));
     EXPECT_EQ(versionInfo.GetFileVersionInfoSizeA(kPath, nullptr), 0u);
