@@ -48,6 +48,8 @@ public:
     virtual std::optional<std::string> readFile(const std::string& path) = 0;
     // Replaces the file's contents; false when it can't be written.
     virtual bool writeFile(const std::string& path, const std::string& bytes) = 0;
+    // Adds to the end of the file, making it when missing; false when it can't be written.
+    virtual bool appendFile(const std::string& path, const std::string& bytes) = 0;
 };
 
 // The FileSystemObject's path texts, which never look at the disk.

@@ -1,7 +1,9 @@
 #pragma once
+#include "platform/Clock.h"
 #include "platform/CodePage.h"
 #include "platform/Environment.h"
 #include "platform/FileSystem.h"
+#include "platform/MessageBox.h"
 #include "platform/RegEdit.h"
 #include "platform/Registry.h"
 #include "platform/VersionInfo.h"
@@ -17,6 +19,8 @@ struct Platform {
     FileSystem& files;
     Environment& environment;
     CodePage& codePage;
+    MessageBox& messageBox;
+    Clock& clock;
 };
 
 }  // namespace platform

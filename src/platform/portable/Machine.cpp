@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "platform/portable/ConsoleMessageBox.h"
+#include "platform/portable/HostClock.h"
 #include "platform/portable/PortableCodePage.h"
 #include "platform/portable/PortableEnvironment.h"
 #include "platform/portable/PortableFileSystem.h"
@@ -77,8 +79,10 @@ Machine::Machine(fs::path folder, MachineFacts facts)
     versionInfo_ = std::make_unique<PortableVersionInfo>(*paths_, *codePage_);
     files_ = std::make_unique<PortableFileSystem>(*paths_);
     environment_ = std::make_unique<PortableEnvironment>(facts_, *paths_, *codePage_);
-    platform_.reset(
-        new Platform{*registry_, *registry_, *versionInfo_, *files_, *environment_, *codePage_});
+    messageBox_ = std::make_unique<ConsoleMessageBox>();
+    clock_ = std::make_unique<HostClock>();
+    platform_.reset(new Platform{*registry_, *registry_, *versionInfo_, *files_, *environment_,
+                                 *codePage_, *messageBox_, *clock_});
 }
 
 Machine::~Machine() = default;

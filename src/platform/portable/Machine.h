@@ -9,6 +9,8 @@
 
 namespace platform::portable {
 
+class ConsoleMessageBox;
+class HostClock;
 class PortableCodePage;
 class PortableEnvironment;
 class PortableFileSystem;
@@ -52,6 +54,8 @@ private:
     std::unique_ptr<PortableVersionInfo> versionInfo_;
     std::unique_ptr<PortableFileSystem> files_;
     std::unique_ptr<PortableEnvironment> environment_;
+    std::unique_ptr<ConsoleMessageBox> messageBox_;
+    std::unique_ptr<HostClock> clock_;
     std::unique_ptr<Platform> platform_;
 };
 

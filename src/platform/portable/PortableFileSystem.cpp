@@ -155,4 +155,16 @@ bool PortableFileSystem::writeFile(const std::string& path, const std::string& b
     return file.commit();
 }
 
+bool PortableFileSystem::appendFile(const std::string& path, const std::string& bytes) {
+    const auto host = paths_.target(path);
+    if (!host) {
+        return false;
+    }
+    QFile file(qPath(*host));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+        return false;
+    }
+    return file.write(bytes.data(), qint64(bytes.size())) == qint64(bytes.size());
+}
+
 }  // namespace platform::portable

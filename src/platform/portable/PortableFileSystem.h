@@ -17,6 +17,7 @@ public:
     bool MkDir(const std::string& path) override;
     std::optional<std::string> readFile(const std::string& path) override;
     bool writeFile(const std::string& path, const std::string& bytes) override;
+    bool appendFile(const std::string& path, const std::string& bytes) override;
 
 private:
     const WinPath& paths_;

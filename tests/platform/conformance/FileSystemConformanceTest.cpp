@@ -76,6 +76,10 @@ TEST_F(FileSystemConformance, FilesReadBackWhatWasWritten) {
     EXPECT_EQ(files.readFile("c:\\programdata\\DATA.BIN"), bytes);
     EXPECT_FALSE(files.readFile("C:\\ProgramData\\none.bin").has_value());
     EXPECT_FALSE(files.writeFile("C:\\Missing\\data.bin", bytes));
+    ASSERT_TRUE(files.appendFile("C:\\ProgramData\\DATA.BIN", "more"));
+    ASSERT_TRUE(files.appendFile("C:\\ProgramData\\new.txt", "first"));
+    EXPECT_EQ(files.readFile("C:\\ProgramData\\data.bin"), bytes + "more");
+    EXPECT_EQ(files.readFile("C:\\ProgramData\\new.txt"), "first");
 }
 
 // The FileSystemObject's path texts never look at the disk.

@@ -1,0 +1,16 @@
+#pragma once
+#include <chrono>
+
+namespace platform {
+
+// The computer's clock and time zone.
+class Clock {
+public:
+    virtual ~Clock() = default;
+    virtual std::chrono::system_clock::time_point now() = 0;
+    // Minutes to add to local time to get UTC, as Windows reports the time-zone bias
+    // (-60 for Central European winter time).
+    virtual int timeZoneBiasMinutes() = 0;
+};
+
+}  // namespace platform
