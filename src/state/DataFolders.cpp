@@ -1,0 +1,141 @@
+#include "state/DataFolders.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+
+#include "core/BasicText.h"
+#include "state/AnsiText.h"
+
+namespace state {
+
+namespace {
+
+// The folders older versions kept beside the program.
+const char* const kMovedFolders[] = {"Settings", "Full Backups", "Item Backups", "Startup Manager"};
+
+// "C:\A\B\C" less two elements is "C:\A".
+QString dropLastElements(const QString& path, int count) {
+    QStringList elements = basic::split(path, QStringLiteral("\\"));
+    if (elements.size() <= count) {
+        return {};
+    }
+    elements.erase(elements.end() - count, elements.end());
+    return elements.join(u'\\');
+}
+
+}  // namespace
+
+DataFolders::DataFolders(platform::Platform& platform, ServiceChannel& service,
+                         QString programFolder, QString productName)
+    : platform_(platform),
+      service_(service),
+      programFolder_(std::move(programFolder)),
+      productName_(std::move(productName)) {
+    GetSpecialFolders();
+}
+
+QString DataFolders::GetFolderPath(int csidl) const {
+    std::string path;
+    if (platform_.environment.SHGetFolderPathA(csidl, &path) != 0) {
+        return {};
+    }
+    path.resize(std::min(path.size(), path.find('\0')));
+    return fromAnsi(platform_.codePage, path);
+}
+
+void DataFolders::GetSpecialFolders() {
+    using namespace platform::csidl;
+    systemFolder_ = GetFolderPath(System);
+    if (systemFolder_.isEmpty()) {
+        systemFolder_ = QStringLiteral("C:\\WINDOWS\\SYSTEM32");
+    }
+    windowsFolder_ = GetFolderPath(Windows);
+    if (windowsFolder_.isEmpty()) {
+        windowsFolder_ = QStringLiteral("C:\\WINDOWS");
+    }
+    tempFolder_ = environmentVariable("TEMP");
+    secondTempFolder_ = environmentVariable("TMP");
+    txtAppData_ = GetFolderPath(AppData);
+    txtStartMenu_ = GetFolderPath(CommonStartMenu);
+    if (txtStartMenu_.isEmpty()) {
+        txtStartMenu_ = dropLastElements(GetFolderPath(CommonStartup), 2);
+    }
+    txtProgramsDir_ = GetFolderPath(ProgramFiles);
+    txtDesktop_ = GetFolderPath(DesktopDirectory);
+    txtCookies_ = GetFolderPath(Cookies);
+    txtMyDocuments_ = GetFolderPath(Personal);
+    txtFonts_ = GetFolderPath(Fonts);
+    if (txtFonts_.isEmpty()) {
+        txtFonts_ = windowsFolder_ + QStringLiteral("\\Fonts");
+    }
+}
+
+void DataFolders::UpdateFileLocations() {
+    using namespace platform::csidl;
+    QString found = GetFolderPath(CommonAppData);
+    if (found.isEmpty()) {
+        found = GetFolderPath(AppData);
+    }
+    if (found.isEmpty()) {
+        found = GetFolderPath(ProgramFiles);
+    }
+    const bool fallback = found.isEmpty();
+    dataFolder_ = fallback ? programFolder_ + u'\\' : found + u'\\' + productName_ + u'\\';
+    if (fallback || folderExists(dataFolder_)) {
+        return;
+    }
+
+    // First run of a version that keeps its data here.
+    makeFolder(dataFolder_);
+    makeFolder(dataFolder_ + QStringLiteral("Service"));
+    for (const char* name : kMovedFolders) {
+        const QString old = programFolder_ + u'\\' + QLatin1String(name);
+        if (folderExists(old)) {
+            service_.SendToService(QStringLiteral("FsoCopyFolder|") + old + u'|' + dataFolder_ +
+                                   QLatin1String(name) + QStringLiteral("|False\r\n") +
+                                   QStringLiteral("FsoDeleteFolder|") + old +
+                                   QStringLiteral("|True"));
+        }
+    }
+}
+
+QString DataFolders::ReplaceVariableFolders(const QString& path) const {
+    const std::pair<const char*, const QString*> anyCase[] = {
+        {"%AppData%", &txtAppData_},
+        {"%StartMenu%", &txtStartMenu_},
+        {"%ProgramFiles%", &txtProgramsDir_},
+        {"%Desktop%", &txtDesktop_},
+    };
+    const std::pair<const char*, const QString*> asWritten[] = {
+        {"%TempDir%", &tempFolder_},       {"%SystemRoot%", &windowsFolder_},
+        {"%Systemroot%", &windowsFolder_}, {"%systemroot%", &windowsFolder_},
+        {"%SYSTEMROOT%", &windowsFolder_}, {"%SystemDir%", &systemFolder_},
+        {"%windir%", &windowsFolder_},     {"%WinDir%", &windowsFolder_},
+        {"%Windir%", &windowsFolder_},     {"%WINDIR%", &windowsFolder_},
+    };
+    QString expanded = path;
+    for (const auto& [name, folder] : anyCase) {
+        expanded = basic::replace(expanded, QLatin1String(name), *folder, true);
+    }
+    for (const auto& [name, folder] : asWritten) {
+        expanded = basic::replace(expanded, QLatin1String(name), *folder);
+    }
+    return expanded;
+}
+
+QString DataFolders::environmentVariable(const char* name) const {
+    return fromAnsi(platform_.codePage,
+                    platform_.environment.GetEnvironmentVariableA(name).value_or(std::string()));
+}
+
+bool DataFolders::folderExists(const QString& path) const {
+    return platform_.files.FolderExists(toAnsi(platform_.codePage, path));
+}
+
+void DataFolders::makeFolder(const QString& path) const {
+    platform_.files.MkDir(toAnsi(platform_.codePage, path));
+}
+
+}  // namespace state

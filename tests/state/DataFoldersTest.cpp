@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include <QStringList>
+
+#include <filesystem>
+
+#include "state/DataFolders.h"
+#include "support/TestMachine.h"
+
+namespace {
+
+const QString kProgramFolder = "C:\\Program Files\\Tallowick";
+
+// Records the commands; a command where nothing may be moved fails the test.
+class RecordingService : public state::ServiceChannel {
+public:
+    void SendToService(const QString& commandText) override {
+        if (!movesAllowed) {
+            ADD_FAILURE() << "unexpected command: " << commandText.toStdString();
+        }
+        sent << commandText;
+    }
+
+    bool movesAllowed = false;
+    QStringList sent;
+};
+
+class DataFoldersTest : public ::testing::Test {
+protected:
+    // Takes a folder of drive C away, as a damaged or unusual computer would lack it.
+    void removeFolder(const std::string& relative) {
+        std::filesystem::remove_all(machine.folder() / "drive_c" / relative);
+    }
+    bool folderExists(const std::string& winPath) {
+        return machine.platform().files.FolderExists(winPath);
+    }
+
+    testing_support::TestMachine machine;
+    RecordingService service;
+};
+
+TEST_F(DataFoldersTest, SpecialFoldersOfAStandardComputer) {
+    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
+    EXPECT_EQ(folders.dataFolder(), "");
+    EXPECT_EQ(folders.systemFolder(), "C:\\Windows\\System32");
+    EXPECT_EQ(folders.windowsFolder(), "C:\\Windows");
+    EXPECT_EQ(folders.tempFolder(), "C:\\Users\\User\\AppData\\Local\\Temp");
+    EXPECT_EQ(folders.secondTempFolder(), "C:\\Users\\User\\AppData\\Local\\Temp");
+    EXPECT_EQ(folders.txtAppData(), "C:\\Users\\User\\AppData\\Roaming");
+    EXPECT_EQ(folders.txtStartMenu(), "C:\\ProgramData\\Microsoft\\Windows\\Start Menu");
+    EXPECT_EQ(folders.txtProgramsDir(), "C:\\Program Files");
+    EXPECT_EQ(folders.txtDesktop(), "C:\\Users\\User\\Desktop");
+    EXPECT_EQ(folders.txtCookies(),
+              "C:\\Users\\User\\AppData\\Roaming\\Microsoft\\Windows\\Cookies");
+    EXPECT_EQ(folders.txtMyDocuments(), "C:\\Users\\User\\Documents");
+    EXPECT_EQ(folders.txtFonts(), "C:\\Windows\\Fonts");
+    EXPECT_EQ(folders.GetFolderPath(0x7777), "");
+}
+
+TEST_F(DataFoldersTest, MissingSystemFoldersFallBack) {
+    removeFolder("Windows/System32");
+    removeFolder("Windows/Fonts");
+    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
+    EXPECT_EQ(folders.systemFolder(), "C:\\WINDOWS\\SYSTEM32");
+    EXPECT_EQ(folders.txtFonts(), "C:\\Windows\\Fonts");
+}
+
+TEST_F(DataFoldersTest, FirstRunMakesTheDataFolderAndASecondRunMovesNothing) {
+    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
+    folders.UpdateFileLocations();
+    EXPECT_EQ(folders.dataFolder(), "C:\\ProgramData\\Tallowick\\");
+    EXPECT_TRUE(folderExists("C:\\ProgramData\\Tallowick\\Service"));
+
+    state::DataFolders again(machine.platform(), service, kProgramFolder, "Tallowick");
+    again.UpdateFileLocations();
+    EXPECT_EQ(again.dataFolder(), "C:\\ProgramData\\Tallowick\\");
+}
+
+TEST_F(DataFoldersTest, FirstRunHandsOldDataFoldersToTheService) {
+    machine.placeFile("C:\\Program Files\\Tallowick\\Settings\\Tallowick.ini", "");
+    machine.placeFile("C:\\Program Files\\Tallowick\\Item Backups\\1.reg", "");
+    machine.placeFile("C:\\Program Files\\Tallowick\\Full Backups", "a file, not a folder");
+    service.movesAllowed = true;
+    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
+    folders.UpdateFileLocations();
+    EXPECT_EQ(service.sent,
+              QStringList({"FsoCopyFolder|C:\\Program Files\\Tallowick\\Settings|"
+                           "C:\\ProgramData\\Tallowick\\Settings|False\r\n"
+                           "FsoDeleteFolder|C:\\Program Files\\Tallowick\\Settings|True",
+                           "FsoCopyFolder|C:\\Program Files\\Tallowick\\Item Backups|"
+                           "C:\\ProgramData\\Tallowick\\Item Backups|False\r\n"
+                           "FsoDeleteFolder|C:\\Program Files\\Tallowick\\Item Backups|True"}));
+
+    // Until the service has moved them, the old folders stay; the next start leaves them be.
+    service.movesAllowed = false;
+    state::DataFolders again(machine.platform(), service, kProgramFolder, "Tallowick");
+    again.UpdateFileLocations();
+}
+
+TEST_F(DataFoldersTest, DataFolderFallsBackToUserDataThenProgramFolder) {
+    removeFolder("ProgramData");
+    state::DataFolders userData(machine.platform(), service, kProgramFolder, "Tallowick");
+    userData.UpdateFileLocations();
+    EXPECT_EQ(userData.dataFolder(), "C:\\Users\\User\\AppData\\Roaming\\Tallowick\\");
+
+    removeFolder("Users");
+    removeFolder("Program Files");
+    state::DataFolders none(machine.platform(), service, "C:\\Tallowick", "Tallowick");
+    none.UpdateFileLocations();
+    EXPECT_EQ(none.dataFolder(), "C:\\Tallowick\\");
+    EXPECT_FALSE(folderExists("C:\\Tallowick"));
+}
+
+TEST_F(DataFoldersTest, ReplaceVariableFoldersKeepsItsCaseRules) {
+    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
+    EXPECT_EQ(folders.ReplaceVariableFolders("%APPDATA%\\x;%startmenu%;%ProgramFiles%;%DESKTOP%"),
+              "C:\\Users\\User\\AppData\\Roaming\\x;"
+              "C:\\ProgramData\\Microsoft\\Windows\\Start Menu;C:\\Program Files;"
+              "C:\\Users\\User\\Desktop");
+    EXPECT_EQ(folders.ReplaceVariableFolders("%TempDir%|%TEMPDIR%|%SystemDir%|%SYSTEMDIR%"),
+              "C:\\Users\\User\\AppData\\Local\\Temp|%TEMPDIR%|C:\\Windows\\System32|%SYSTEMDIR%");
+    EXPECT_EQ(folders.ReplaceVariableFolders(
+                  "%SystemRoot%|%Systemroot%|%systemroot%|%SYSTEMROOT%|%SystemROOT%"),
+              "C:\\Windows|C:\\Windows|C:\\Windows|C:\\Windows|%SystemROOT%");
+    EXPECT_EQ(folders.ReplaceVariableFolders("%windir%|%WinDir%|%Windir%|%WINDIR%|%wINDIR%"),
+              "C:\\Windows|C:\\Windows|C:\\Windows|C:\\Windows|%wINDIR%");
+    EXPECT_EQ(folders.ReplaceVariableFolders("C:\\plain\\path"), "C:\\plain\\path");
+}
+
+}  // namespace

@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include <QStringList>
+
+#include "state/PopupMenuModel.h"
+
+namespace {
+
+using state::PopupMenuModel;
+namespace flag = state::menuflag;
+
+// "id:text:flags" for each entry, so a whole menu compares in one line.
+QStringList describe(const PopupMenuModel& model, const QString& name) {
+    QStringList out;
+    const auto* menu = model.find(name);
+    if (menu == nullptr) {
+        return {"missing"};
+    }
+    for (const auto& entry : menu->entries) {
+        out << QString("%1:%2:%3").arg(entry.id).arg(entry.text).arg(entry.flags);
+    }
+    return out;
+}
+
+TEST(PopupMenuModelTest, EntriesAreNumberedWithSeparatorAndDefault) {
+    PopupMenuModel model;
+    ASSERT_TRUE(model.HB_CreatePopupMenu("Tray|Open|-|Exit", 0));
+    EXPECT_EQ(describe(model, "Tray"), (QStringList{"1:Open:0", "2:-:2048", "3:Exit:0"}));
+
+    ASSERT_TRUE(model.HB_CreatePopupMenu("Sort|Name|Date|-", 2));
+    EXPECT_EQ(describe(model, "Sort"), (QStringList{"1:Name:0", "2:Date:8", "3:-:2048"}));
+
+    ASSERT_TRUE(model.HB_CreatePopupMenu("Empty", 1));
+    EXPECT_TRUE(model.find("Empty")->entries.empty());
+    EXPECT_FALSE(model.HB_CreatePopupMenu("", 0));
+    EXPECT_EQ(model.menus().size(), 3u);
+}
+
+TEST(PopupMenuModelTest, LookupIsExactAndFirstWinsUntilDestroyed) {
+    PopupMenuModel model;
+    model.HB_CreatePopupMenu("Tray|Open", 0);
+    model.HB_CreatePopupMenu("Tray|Other", 0);
+    EXPECT_EQ(describe(model, "Tray"), QStringList{"1:Open:0"});
+    EXPECT_EQ(model.find("tray"), nullptr);
+
+    model.EnableMnuItem("tray", 1, false);
+    EXPECT_EQ(describe(model, "Tray"), QStringList{"1:Open:0"});
+
+    EXPECT_TRUE(model.HB_DestroyPopupMenus());
+    EXPECT_EQ(model.find("Tray"), nullptr);
+    EXPECT_TRUE(model.menus().empty());
+}
+
+TEST(PopupMenuModelTest, EnableAndChangeTextGoByCommandId) {
+    PopupMenuModel model;
+    model.HB_CreatePopupMenu("Tray|Open|-|Exit", 3);
+    model.EnableMnuItem("Tray", 1, false);
+    model.EnableMnuItem("Tray", -1, false);
+    EXPECT_EQ(describe(model, "Tray"), (QStringList{"1:Open:1", "2:-:2048", "3:Exit:8"}));
+    model.EnableMnuItem("Tray", 1, true);
+    EXPECT_EQ(describe(model, "Tray")[0], "1:Open:0");
+
+    model.ChangeMenuItemText("Tray", 3, "Quit");
+    model.ChangeMenuItemText("Tray", 9, "None");
+    EXPECT_EQ(describe(model, "Tray"), (QStringList{"1:Open:0", "2:-:2048", "3:Quit:0"}));
+}
+
+TEST(PopupMenuModelTest, InsertGoesByPositionAndDeleteByCommandId) {
+    PopupMenuModel model;
+    model.HB_CreatePopupMenu("Tray|Open|-|Exit", 0);
+    model.InsertMenuItem("Tray", 1, "Scan", false);
+    EXPECT_EQ(describe(model, "Tray"),
+              (QStringList{"1:Open:0", "1:Scan:0", "2:-:2048", "3:Exit:0"}));
+
+    model.InsertMenuItem("Tray", 4, "Quit", true);
+    EXPECT_EQ(describe(model, "Tray"),
+              (QStringList{"1:Open:0", "1:Scan:0", "2:-:2048", "4:Quit:0"}));
+    model.InsertMenuItem("Tray", -1, "Last", false);
+    EXPECT_EQ(describe(model, "Tray").back(), "-1:Last:0");
+
+    model.DeleteMenuItem("Tray", 1);
+    model.DeleteMenuItem("Tray", 7);
+    EXPECT_EQ(describe(model, "Tray"),
+              (QStringList{"1:Scan:0", "2:-:2048", "4:Quit:0", "-1:Last:0"}));
+}
+
+}  // namespace
