@@ -35,5 +35,6 @@ int machineCommand(Context& context);
 int regCommand(Context& context);
 int verinfoCommand(Context& context);
 int argsCommand(Context& context);
+int programsCommand(Context& context);
 
 }  // namespace cli

@@ -7,7 +7,7 @@ namespace {
 constexpr const char* kUsage =
     "usage: tallowick-cli machine init | reg get KEY VALUE | reg dword KEY VALUE | "
     "reg set KEY VALUE DATA | reg import FILE.reg | reg export KEY | verinfo FILE... | "
-    "args \"COMMAND LINE\"";
+    "programs [--why] [--dumps] | args \"COMMAND LINE\"";
 
 }  // namespace
 
@@ -24,6 +24,8 @@ int main(int argc, char* argv[]) {
         status = cli::regCommand(context);
     } else if (command == "verinfo") {
         status = cli::verinfoCommand(context);
+    } else if (command == "programs") {
+        status = cli::programsCommand(context);
     } else if (command == "args") {
         status = cli::argsCommand(context);
     }

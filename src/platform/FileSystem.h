@@ -55,7 +55,9 @@ public:
 // The FileSystemObject's path texts, which never look at the disk.
 // "C:\A\b.exe" -> "C:\A"; "C:\A" -> "C:\"; "C:\" -> ""; "b.exe" -> "".
 std::string GetParentFolderName(const std::string& path);
+std::u16string GetParentFolderName(const std::u16string& path);
 // "C:\A\b.exe" -> "b.exe"; "C:\A\" -> "A"; "C:\" -> "".
 std::string GetFileName(const std::string& path);
+std::u16string GetFileName(const std::u16string& path);
 
 }  // namespace platform

@@ -3,12 +3,14 @@
 namespace platform {
 
 namespace {
-bool isSeparator(char c) {
-    return c == '\\' || c == '/';
-}
-}  // namespace
 
-std::string GetParentFolderName(const std::string& path) {
+template <class Char>
+bool isSeparator(Char c) {
+    return c == Char('\\') || c == Char('/');
+}
+
+template <class Text>
+Text parentFolderName(const Text& path) {
     int i = int(path.size()) - 1;
     while (i >= 0 && isSeparator(path[size_t(i)])) {
         --i;
@@ -29,7 +31,8 @@ std::string GetParentFolderName(const std::string& path) {
     return path.substr(0, size_t(i) + 1);
 }
 
-std::string GetFileName(const std::string& path) {
+template <class Text>
+Text fileName(const Text& path) {
     int end = int(path.size()) - 1;
     while (end >= 0 && isSeparator(path[size_t(end)])) {
         --end;
@@ -44,6 +47,21 @@ std::string GetFileName(const std::string& path) {
         return {};
     }
     return path.substr(size_t(start), size_t(end - start + 1));
+}
+
+}  // namespace
+
+std::string GetParentFolderName(const std::string& path) {
+    return parentFolderName(path);
+}
+std::u16string GetParentFolderName(const std::u16string& path) {
+    return parentFolderName(path);
+}
+std::string GetFileName(const std::string& path) {
+    return fileName(path);
+}
+std::u16string GetFileName(const std::u16string& path) {
+    return fileName(path);
 }
 
 }  // namespace platform

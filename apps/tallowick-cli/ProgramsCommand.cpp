@@ -1,0 +1,92 @@
+#include "Cli.h"
+#include "scan/DetectionDumps.h"
+#include "scan/Discovery.h"
+#include "state/AnsiText.h"
+#include "state/DataFolders.h"
+#include "state/FileHelpers.h"
+
+namespace cli {
+
+namespace {
+
+// The console has no service to send to yet; a data folder that would need older data moved
+// is told instead.
+class UnreachableService final : public state::ServiceChannel {
+public:
+    void SendToService(const QString& commandText) override {
+        Context::err("no service to carry out: " + QString(commandText).replace("\r\n", " / "));
+    }
+};
+
+// The English words until the language files are loaded here.
+QString englishWord(const QString& name) {
+    return name == "strLoc_TW_UnavailableCapital" ? QStringLiteral("Unavailable")
+                                                  : QStringLiteral("None");
+}
+
+}  // namespace
+
+// programs [--why] [--dumps]: the work list of the machine, one program a line with its seven
+// fields separated by tabs (exePath, folder, exeName, name, publisher, version, fileVersion);
+// --why prints each key with the rule that dropped it or "accepted"; --dumps writes the
+// diagnostic dumps into the data folder.
+int programsCommand(Context& context) {
+    QStringList options = context.arguments();
+    const bool why = options.removeAll("--why") > 0;
+    const bool dumps = options.removeAll("--dumps") > 0;
+    if (!options.isEmpty()) {
+        return kUsage;
+    }
+    auto* machine = context.machine();
+    if (machine == nullptr) {
+        return kFailed;
+    }
+    auto& platform = machine->platform();
+    state::modRegistry registry(platform);
+    state::clsList keys(platform.messageBox), detected(platform.messageBox),
+        ignored(platform.messageBox);
+    keys.InitList(0, 100);
+    detected.InitList(6, 100);
+    ignored.InitList(3, 100);
+    scan::ScanControl control;
+    QStringList log;
+
+    UnreachableService service;
+    state::DataFolders folders(
+        platform, service, state::fromAnsi(platform.codePage, platform.environment.programFolder()),
+        QStringLiteral("Tallowick"));
+    state::FileHelpers files(platform);
+    std::unique_ptr<scan::DetectionDumps> dumpFiles;
+    if (dumps) {
+        folders.UpdateFileLocations();
+        dumpFiles = std::make_unique<scan::DetectionDumps>(platform, files, folders.dataFolder());
+        dumpFiles->begin(ignored);
+    }
+    scan::ProgramFilter filter(detected, ignored, log, [&dumpFiles](const QString& entry) {
+        if (dumpFiles) {
+            dumpFiles->write(entry);
+        }
+    });
+    scan::Discovery discovery(platform, registry, control, englishWord, keys, filter);
+    discovery.run([why](const QString& key, const QString& verdict) {
+        if (why) {
+            Context::out(verdict + "\t" + key);
+        }
+    });
+    if (dumpFiles) {
+        dumpFiles->finish(detected);
+        Context::err("dumps written to " + folders.dataFolder());
+    }
+    if (!why) {
+        for (int i = 0; i < detected.Count(); ++i) {
+            QStringList fields{detected.ItemText(i)};
+            for (int sub = 1; sub <= 6; ++sub) {
+                fields << detected.SubItemText(i, sub);
+            }
+            Context::out(fields.join('\t'));
+        }
+    }
+    return kOk;
+}
+
+}  // namespace cli

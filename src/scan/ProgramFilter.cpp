@@ -1,0 +1,164 @@
+#include "scan/ProgramFilter.h"
+
+#include "core/BasicText.h"
+#include "platform/FileSystem.h"
+
+namespace scan {
+
+namespace {
+
+const QString kCrLf = QStringLiteral("\r\n");
+
+QString lc(const QString& text) {
+    return basic::lcase(text);
+}
+
+bool sameNotEmpty(const QString& a, const QString& b) {
+    return !a.isEmpty() && !b.isEmpty() && lc(a) == lc(b);
+}
+
+QString parentOf(const QString& path) {
+    return QString::fromStdU16String(platform::GetParentFolderName(path.toStdU16String()));
+}
+
+QString entryHead(const char* rule, const Candidate& c) {
+    return kCrLf + kCrLf + rule + kCrLf + c.name + kCrLf + c.publisher;
+}
+
+QString pair(const QString& a, const QString& b) {
+    return kCrLf + lc(a) + " = " + lc(b);
+}
+
+}  // namespace
+
+ProgramFilter::ProgramFilter(state::clsList& detected, state::clsList& ignored,
+                             QStringList& scanLog, std::function<void(const QString&)> writeDump)
+    : detected_(detected), ignored_(ignored), scanLog_(scanLog), writeDump_(std::move(writeDump)) {}
+
+void ProgramFilter::dump(const QString& entry) {
+    if (writeDump_) {
+        writeDump_(entry);
+    }
+}
+
+bool ProgramFilter::isIgnored(const Candidate& c, const QString& parentOfExe) {
+    for (int i = 0; i < ignored_.Count(); ++i) {
+        const QString location = ignored_.SubItemText(i, 3);
+        const QString rowName = ignored_.SubItemText(i, 1);
+        const QString rowPublisher = ignored_.SubItemText(i, 2);
+        const QString parentOfLocation = parentOf(location);
+        const bool hit = sameNotEmpty(c.exePath, location) || sameNotEmpty(c.folder, location) ||
+                         (lc(c.name) == lc(rowName) && lc(c.publisher) == lc(rowPublisher) &&
+                          sameNotEmpty(parentOfExe, parentOfLocation));
+        if (hit) {
+            dump(entryHead("Ignore 1", c) + pair(c.exePath, location) + pair(c.name, rowName) +
+                 pair(c.publisher, rowPublisher) + pair(parentOfExe, parentOfLocation));
+            return true;
+        }
+    }
+    return false;
+}
+
+QString ProgramFilter::duplicateCase(const Candidate& c) {
+    const int rows = detected_.Count();
+    for (int i = 0; i < rows; ++i) {
+        const QString item = detected_.ItemText(i);
+        if (sameNotEmpty(c.exePath, item)) {
+            dump(entryHead("Dupe 1", c) + pair(c.exePath, item));
+            return QStringLiteral("Dupe 1");
+        }
+        const QString rowName = detected_.SubItemText(i, 3);
+        const QString rowPublisher = detected_.SubItemText(i, 4);
+        const QString rowVersion = detected_.SubItemText(i, 5);
+        const bool samePublisher = lc(c.publisher) == lc(rowPublisher);
+        // Two programs in one folder by one publisher are one when names or versions agree.
+        if (sameNotEmpty(c.folder, detected_.SubItemText(i, 1)) &&
+            ((lc(c.name) == lc(rowName) && samePublisher) ||
+             (lc(c.version) == lc(rowVersion) && samePublisher))) {
+            dump(entryHead("Dupe 2", c) + pair(c.name, rowName) + pair(c.publisher, rowPublisher) +
+                 pair(c.version, rowVersion) + pair(c.publisher, rowPublisher));
+            return QStringLiteral("Dupe 2");
+        }
+    }
+    // The same product in another folder.
+    for (int i = 0; i < rows; ++i) {
+        const QString item = detected_.ItemText(i);
+        const QString rowName = detected_.SubItemText(i, 3);
+        const QString rowPublisher = detected_.SubItemText(i, 4);
+        if (sameNotEmpty(c.exePath, item) ||
+            (lc(c.name) == lc(rowName) && lc(c.publisher) == lc(rowPublisher))) {
+            dump(entryHead("Dupe 3", c) + pair(c.exePath, item) + pair(c.name, rowName) +
+                 pair(c.publisher, rowPublisher));
+            return QStringLiteral("Dupe 3");
+        }
+    }
+    return {};
+}
+
+QString ProgramFilter::test(const Candidate& c) {
+    // Both tests run, so an ignored duplicate writes both dump entries.
+    const bool ignored = isIgnored(c, parentOf(c.exePath));
+    const QString duplicate = duplicateCase(c);
+
+    // The English words are compared whatever the language in use.
+    QString verdict;
+    if (basic::trim(c.name).isEmpty()) {
+        verdict = "no name";
+    } else if (lc(c.name) == "unavailable") {
+        verdict = "name unavailable";
+    } else if (basic::left(lc(c.name), 22) == "windows driver package") {
+        verdict = "Windows driver package";
+    } else if (basic::trim(c.publisher).isEmpty()) {
+        verdict = "no publisher";
+    } else if (lc(c.publisher) == "unavailable") {
+        verdict = "publisher unavailable";
+    } else if (basic::trim(c.version).isEmpty()) {
+        verdict = "no version";
+    } else if (ignored) {
+        verdict = "Ignore 1";
+    } else if (!duplicate.isEmpty()) {
+        verdict = duplicate;
+    } else if (basic::trim(c.exePath).isEmpty() && basic::trim(c.folder).isEmpty() &&
+               basic::trim(c.exeName).isEmpty()) {
+        verdict = "no path";
+    }
+    if (!verdict.isEmpty()) {
+        return verdict;
+    }
+
+    const int row = detected_.ItemAdd(basic::trim(c.exePath)) - 1;
+    const QString columns[] = {c.folder, c.exeName, c.name, c.publisher, c.version, c.fileVersion};
+    for (int sub = 1; sub <= 6; ++sub) {
+        detected_.SubItemSet(row, sub, basic::trim(columns[sub - 1]));
+    }
+    scanLog_.append("   Program detected: " + basic::trim(c.name) + " (" +
+                    basic::trim(c.publisher) + ") " + basic::trim(c.version) + " (" +
+                    basic::trim(c.fileVersion) + "), " + basic::trim(c.folder));
+    return QStringLiteral("accepted");
+}
+
+QString ProgramFilter::ignoredDump(state::clsList& ignored) {
+    QString text;
+    for (int i = 0; i < ignored.Count(); ++i) {
+        text += kCrLf + "\"\" = " + ignored.ItemText(i) + kCrLf +
+                "Program name = " + ignored.SubItemText(i, 1) + kCrLf +
+                "Publisher = " + ignored.SubItemText(i, 2) + kCrLf +
+                "Location = " + ignored.SubItemText(i, 3) + kCrLf;
+    }
+    return text;
+}
+
+QString ProgramFilter::resultsDump(state::clsList& detected) {
+    static const char* labels[] = {
+        "Folder = ", "Exe = ", "Name = ", "Publisher = ", "Product Version = ", "File Version = "};
+    QString text;
+    for (int i = 0; i < detected.Count(); ++i) {
+        text += kCrLf + "Path = " + detected.ItemText(i) + kCrLf;
+        for (int sub = 1; sub <= 6; ++sub) {
+            text += labels[sub - 1] + detected.SubItemText(i, sub) + kCrLf;
+        }
+    }
+    return text;
+}
+
+}  // namespace scan

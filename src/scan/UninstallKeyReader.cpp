@@ -1,0 +1,114 @@
+#include "scan/UninstallKeyReader.h"
+
+#include "core/BasicText.h"
+#include "state/AnsiText.h"
+
+namespace scan {
+
+namespace {
+
+// A failed read answers "Error"; so does a value whose text is "error" in any case.
+bool missing(const QString& value) {
+    return basic::lcase(value) == QLatin1String("error");
+}
+
+QString withoutQuotes(const QString& text) {
+    return basic::replace(text, "\"", "");
+}
+
+}  // namespace
+
+UninstallKeyReader::UninstallKeyReader(platform::Platform& platform, state::modRegistry& registry,
+                                       VersionInfoReader& versionReader,
+                                       StringLookup getStrLocValue)
+    : platform_(platform),
+      registry_(registry),
+      versionReader_(versionReader),
+      getStrLocValue_(std::move(getStrLocValue)) {}
+
+bool UninstallKeyReader::fileExists(const QString& path) {
+    return platform_.files.FileExists(state::toAnsi(platform_.codePage, path));
+}
+
+bool UninstallKeyReader::folderExists(const QString& path) {
+    return platform_.files.FolderExists(state::toAnsi(platform_.codePage, path));
+}
+
+QString UninstallKeyReader::parentFolderName(const QString& path) {
+    return QString::fromStdU16String(platform::GetParentFolderName(path.toStdU16String()));
+}
+
+QString UninstallKeyReader::fileName(const QString& path) {
+    return QString::fromStdU16String(platform::GetFileName(path.toStdU16String()));
+}
+
+std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
+    if (basic::trim(registry_.GetDwordValue(key, "SystemComponent").toString()) == "1") {
+        return std::nullopt;
+    }
+    Candidate c;
+    const QString uninstall = withoutQuotes(registry_.GetStringValue(key, "UninstallString"));
+
+    // The executable of a program is the file its icon names; the icon index goes.
+    QString icon = withoutQuotes(registry_.GetStringValue(key, "DisplayIcon"));
+    const qsizetype comma = icon.lastIndexOf(',');
+    if (comma >= 0) {
+        icon = icon.left(comma);
+    }
+    if (fileExists(icon) && !missing(icon)) {
+        c.exePath = basic::replace(icon, "\\\\", "\\");
+        c.exeName = fileName(c.exePath);
+        c.fileVersion = versionReader_.GetFixedFileVersion(c.exePath);
+    }
+
+    QString location = withoutQuotes(registry_.GetStringValue(key, "InstallLocation"));
+    if (location.endsWith('\\')) {
+        location.chop(1);
+    }
+    if (missing(location)) {
+        location = parentFolderName(c.exePath);
+        if (location.isEmpty()) {
+            location = parentFolderName(uninstall);
+        }
+    }
+    // The hidden uninstall folders of system updates are no program folders.
+    if (folderExists(location) && basic::lcase(basic::left(location, 12)) != "c:\\windows\\$") {
+        c.folder = location;
+    }
+    if (c.folder.isEmpty()) {
+        c.folder = parentFolderName(c.exePath);
+    }
+
+    const QString name = registry_.GetStringValue(key, "DisplayName");
+    if (!missing(name) && !name.isEmpty()) {
+        c.name = name;
+    }
+
+    const QString version = registry_.GetStringValue(key, "DisplayVersion");
+    if (!missing(version) && !version.isEmpty() && !version.contains('/')) {
+        c.version = version;
+    } else if (fileExists(c.exePath)) {
+        c.version = versionReader_.GetFixedProductVersion(c.exePath);
+    }
+    // The text removed is q long, not q - p + 1: what follows the bracket goes too when it
+    // fits in that length.
+    const int open = basic::inStr(1, c.version, "(");
+    const int close = basic::inStr(1, c.version, ")");
+    if (open > 0 && close > 0 && open < close) {
+        const int last = basic::inStrRev(c.version, ")");
+        c.version = basic::replace(c.version, basic::mid(c.version, open, last), "");
+    }
+
+    c.publisher = registry_.GetStringValue(key, "Publisher");
+    if (missing(c.publisher)) {
+        c.publisher = GetCompanyName(versionReader_, icon, getStrLocValue_);
+        // A search for "" succeeds in any text, so a found company name always gives way to
+        // the uninstall command's, which is empty when the command has arguments.
+        if (!c.publisher.isEmpty()) {
+            c.publisher = GetCompanyName(versionReader_, uninstall, getStrLocValue_);
+        }
+    }
+    return c;
+}
+
+}  // namespace scan
