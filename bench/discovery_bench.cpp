@@ -10,6 +10,7 @@
 #include <fstream>
 
 #include "platform/portable/Machine.h"
+#include "platform/portable/WinPath.h"
 #include "scan/Discovery.h"
 #include "scan/UninstallKeyReader.h"
 #include "scan/modRegScan.h"
@@ -38,10 +39,11 @@ struct Fixture {
                 << "\"DisplayIcon\"=\"" << program << "\\\\program.exe,0\"\r\n"
                 << "\"InstallLocation\"=\"" << program << "\\\\\"\r\n"
                 << "\"UninstallString\"=\"\\\"" << program << "\\\\unins000.exe\\\" /S\"\r\n";
+            const std::string winPath = "C:\\Program Files\\Maker " + std::to_string(i % 50) +
+                                        "\\Program " + std::to_string(i) + "\\program.exe";
+            machine->paths().createFolders(platform::GetParentFolderName(winPath));
+            // One program in ten has its executable, with a real version block.
             if (i % 10 == 0) {
-                const std::string winPath = "C:\\Program Files\\Maker " + std::to_string(i % 50) +
-                                            "\\Program " + std::to_string(i) + "\\program.exe";
-                machine->paths().createFolders(platform::GetParentFolderName(winPath));
                 QFile::copy(BENCH_PE_FILE,
                             QString::fromStdString(machine->paths().target(winPath)->string()));
             }

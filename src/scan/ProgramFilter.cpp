@@ -59,36 +59,45 @@ bool ProgramFilter::isIgnored(const Candidate& c, const QString& parentOfExe) {
     return false;
 }
 
+const std::vector<ProgramFilter::LowerRow>& ProgramFilter::lowerDetected() {
+    if (lowerDetected_.size() > size_t(detected_.Count())) {
+        lowerDetected_.clear();  // the list was cleared for a new detection
+    }
+    for (int i = int(lowerDetected_.size()); i < detected_.Count(); ++i) {
+        lowerDetected_.push_back({lc(detected_.ItemText(i)), lc(detected_.SubItemText(i, 1)),
+                                  lc(detected_.SubItemText(i, 3)), lc(detected_.SubItemText(i, 4)),
+                                  lc(detected_.SubItemText(i, 5))});
+    }
+    return lowerDetected_;
+}
+
 QString ProgramFilter::duplicateCase(const Candidate& c) {
-    const int rows = detected_.Count();
-    for (int i = 0; i < rows; ++i) {
-        const QString item = detected_.ItemText(i);
-        if (sameNotEmpty(c.exePath, item)) {
-            dump(entryHead("Dupe 1", c) + pair(c.exePath, item));
+    const LowerRow mine{lc(c.exePath), lc(c.folder), lc(c.name), lc(c.publisher), lc(c.version)};
+    const auto same = [](const QString& a, const QString& b) {
+        return !a.isEmpty() && !b.isEmpty() && a == b;
+    };
+    const auto& rows = lowerDetected();
+    for (const LowerRow& row : rows) {
+        if (same(mine.exePath, row.exePath)) {
+            dump(entryHead("Dupe 1", c) + pair(c.exePath, row.exePath));
             return QStringLiteral("Dupe 1");
         }
-        const QString rowName = detected_.SubItemText(i, 3);
-        const QString rowPublisher = detected_.SubItemText(i, 4);
-        const QString rowVersion = detected_.SubItemText(i, 5);
-        const bool samePublisher = lc(c.publisher) == lc(rowPublisher);
+        const bool samePublisher = mine.publisher == row.publisher;
         // Two programs in one folder by one publisher are one when names or versions agree.
-        if (sameNotEmpty(c.folder, detected_.SubItemText(i, 1)) &&
-            ((lc(c.name) == lc(rowName) && samePublisher) ||
-             (lc(c.version) == lc(rowVersion) && samePublisher))) {
-            dump(entryHead("Dupe 2", c) + pair(c.name, rowName) + pair(c.publisher, rowPublisher) +
-                 pair(c.version, rowVersion) + pair(c.publisher, rowPublisher));
+        if (same(mine.folder, row.folder) && ((mine.name == row.name && samePublisher) ||
+                                              (mine.version == row.version && samePublisher))) {
+            dump(entryHead("Dupe 2", c) + pair(c.name, row.name) +
+                 pair(c.publisher, row.publisher) + pair(c.version, row.version) +
+                 pair(c.publisher, row.publisher));
             return QStringLiteral("Dupe 2");
         }
     }
     // The same product in another folder.
-    for (int i = 0; i < rows; ++i) {
-        const QString item = detected_.ItemText(i);
-        const QString rowName = detected_.SubItemText(i, 3);
-        const QString rowPublisher = detected_.SubItemText(i, 4);
-        if (sameNotEmpty(c.exePath, item) ||
-            (lc(c.name) == lc(rowName) && lc(c.publisher) == lc(rowPublisher))) {
-            dump(entryHead("Dupe 3", c) + pair(c.exePath, item) + pair(c.name, rowName) +
-                 pair(c.publisher, rowPublisher));
+    for (const LowerRow& row : rows) {
+        if (same(mine.exePath, row.exePath) ||
+            (mine.name == row.name && mine.publisher == row.publisher)) {
+            dump(entryHead("Dupe 3", c) + pair(c.exePath, row.exePath) + pair(c.name, row.name) +
+                 pair(c.publisher, row.publisher));
             return QStringLiteral("Dupe 3");
         }
     }

@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <vector>
 
 #include "scan/Candidate.h"
 #include "state/clsList.h"
@@ -31,6 +32,12 @@ public:
     static QString resultsDump(state::clsList& detected);
 
 private:
+    // The compared columns of a work-list row, lower-cased once. The rows are still walked in
+    // list order, one by one, as the rules ask.
+    struct LowerRow {
+        QString exePath, folder, name, publisher, version;
+    };
+    const std::vector<LowerRow>& lowerDetected();
     bool isIgnored(const Candidate& c, const QString& parentOfExe);
     // "Dupe 1", "Dupe 2", "Dupe 3", or empty.
     QString duplicateCase(const Candidate& c);
@@ -40,6 +47,7 @@ private:
     state::clsList& ignored_;
     QStringList& scanLog_;
     std::function<void(const QString&)> writeDump_;
+    std::vector<LowerRow> lowerDetected_;
 };
 
 }  // namespace scan
