@@ -43,6 +43,7 @@ PortableCodePage::PortableCodePage(unsigned codePage) : codePage_(codePage) {
         return;
     }
     QStringDecoder decoder(converterName_.c_str());
+    toAnsi_.assign(0x10000, -1);
     for (int byte = 0; byte < 256; ++byte) {
         const QString wide = decoder.decode(QByteArray(1, static_cast<char>(byte)));
         // A byte the code page leaves undefined stands for the control character of the
@@ -51,7 +52,9 @@ PortableCodePage::PortableCodePage(unsigned codePage) : codePage_(codePage) {
                                   ? wide[0].unicode()
                                   : static_cast<char16_t>(byte);
         toWide_[byte] = unit;
-        toAnsi_.emplace(unit, static_cast<char>(byte));
+        if (toAnsi_[unit] < 0) {
+            toAnsi_[unit] = std::int16_t(byte);
+        }
     }
 }
 
@@ -73,8 +76,8 @@ std::string PortableCodePage::toAnsi(const std::u16string& wide) const {
     ansi.reserve(wide.size());
     if (singleByte_) {
         for (char16_t unit : wide) {
-            const auto found = toAnsi_.find(unit);
-            ansi.push_back(found != toAnsi_.end() ? found->second : '?');
+            const std::int16_t byte = toAnsi_[unit];
+            ansi.push_back(byte < 0 ? '?' : static_cast<char>(byte));
         }
         return ansi;
     }

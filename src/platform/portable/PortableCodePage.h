@@ -1,7 +1,8 @@
 #pragma once
 #include <array>
+#include <cstdint>
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 #include "platform/CodePage.h"
 
@@ -28,7 +29,8 @@ private:
     bool singleByte_ = false;
     std::string converterName_;
     std::array<char16_t, 256> toWide_{};
-    std::unordered_map<char16_t, char> toAnsi_;
+    // Every UTF-16 unit's byte, or -1 where the code page has none; a lookup per character.
+    std::vector<std::int16_t> toAnsi_;
 };
 
 }  // namespace platform::portable

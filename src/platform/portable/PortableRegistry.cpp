@@ -109,12 +109,12 @@ bool PortableRegistry::lookup(RegHandle handle, OpenKey* key) const {
 }
 
 const RegKey* PortableRegistry::resolve(RegHandle handle, std::uint32_t access, OpenKey* open,
-                                        long* status) {
+                                        long* status, RegistryStore::Freshness freshness) {
     if (!lookup(handle, open)) {
         *status = status::InvalidHandle;
         return nullptr;
     }
-    const RegKey* tree = store_.current(open->root, status);
+    const RegKey* tree = store_.current(open->root, status, freshness);
     if (tree == nullptr) {
         return nullptr;
     }
@@ -145,7 +145,7 @@ long PortableRegistry::openKey(RegHandle parent, const std::string& subKey, std:
     *result = 0;
     OpenKey parentKey;
     long status = status::Success;
-    const RegKey* below = resolve(parent, 0, &parentKey, &status);
+    const RegKey* below = resolve(parent, 0, &parentKey, &status, RegistryStore::Freshness::Now);
     if (below == nullptr) {
         return status;
     }

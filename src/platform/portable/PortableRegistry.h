@@ -53,7 +53,8 @@ private:
     bool lookup(RegHandle handle, OpenKey* key) const;
     // The key behind a handle as the store holds it now; null with the status when there is
     // none, or when the handle lacks the access.
-    const RegKey* resolve(RegHandle handle, std::uint32_t access, OpenKey* open, long* status);
+    const RegKey* resolve(RegHandle handle, std::uint32_t access, OpenKey* open, long* status,
+                          RegistryStore::Freshness freshness = RegistryStore::Freshness::Recent);
     long openKey(RegHandle parent, const std::string& subKey, std::uint32_t access, bool create,
                  RegHandle* result);
     // Runs change on the key of an open handle with its root's file locked.

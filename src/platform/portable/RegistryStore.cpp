@@ -102,14 +102,20 @@ bool RegistryStore::keeps(RegRoot root) {
     return root != RegRoot::PerformanceData && root != RegRoot::DynData;
 }
 
-const RegKey* RegistryStore::current(RegRoot root, long* status) {
-    *status = keeps(root) ? refresh(root) : status::InvalidHandle;
+const RegKey* RegistryStore::current(RegRoot root, long* status, Freshness freshness) {
+    *status = keeps(root) ? refresh(root, freshness) : status::InvalidHandle;
     return *status == status::Success ? roots_[size_t(root)].tree.get() : nullptr;
 }
 
 // One stat per call: the tree in memory stays while the file is the version it was read from.
-long RegistryStore::refresh(RegRoot root) {
+long RegistryStore::refresh(RegRoot root, Freshness freshness) {
     RootFile& file = roots_[size_t(root)];
+    const auto now = std::chrono::steady_clock::now();
+    if (freshness == Freshness::Recent && file.loaded &&
+        now - file.checked < std::chrono::milliseconds(1)) {
+        return file.problem.empty() ? status::Success : status::RegistryCorrupt;
+    }
+    file.checked = now;
     struct stat info {};
     FileStamp seen;
     if (::stat(file.file.c_str(), &info) == 0) {

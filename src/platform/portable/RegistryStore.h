@@ -1,5 +1,6 @@
 #pragma once
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -35,8 +36,11 @@ public:
     static bool keeps(RegRoot root);
 
     // The tree of a root as its file holds it now; null with InvalidHandle for a root the
-    // store does not keep and with RegistryCorrupt when the file does not parse.
-    const RegKey* current(RegRoot root, long* status);
+    // store does not keep and with RegistryCorrupt when the file does not parse. With
+    // Freshness::Recent a check of the file made within the last millisecond stands, so that
+    // the calls on an open key do not each look at the file again; opening a key always does.
+    enum class Freshness { Now, Recent };
+    const RegKey* current(RegRoot root, long* status, Freshness freshness = Freshness::Now);
 
     // Runs change on the current trees of the roots while their files are locked, then saves
     // each tree it marked changed. When change fails, nothing is saved and the trees it
@@ -62,12 +66,13 @@ private:
         std::filesystem::path file;
         bool loaded = false;
         FileStamp stamp;
+        std::chrono::steady_clock::time_point checked;
         std::unique_ptr<RegKey> tree;
         std::string problem;
         FileStamp reported;  // the version whose problem went to stderr
     };
 
-    long refresh(RegRoot root);
+    long refresh(RegRoot root, Freshness freshness = Freshness::Now);
     void load(RegRoot root, const FileStamp& seen);
     void setProblem(RootFile& file, std::string problem);
     long save(RegRoot root);
