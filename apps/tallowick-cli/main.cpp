@@ -5,7 +5,8 @@
 namespace {
 
 constexpr const char* kUsage =
-    "usage: tallowick-cli machine init | reg get KEY VALUE | reg dword KEY VALUE | "
+    "usage: tallowick-cli machine init [--demo [--seed N] [--catalog FILE]] | "
+    "reg get KEY VALUE | reg dword KEY VALUE | "
     "reg set KEY VALUE DATA | reg import FILE.reg | reg export KEY | verinfo FILE... | "
     "programs [--why] [--dumps] | args \"COMMAND LINE\"";
 
