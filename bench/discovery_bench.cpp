@@ -11,6 +11,7 @@
 
 #include "platform/portable/Machine.h"
 #include "platform/portable/WinPath.h"
+#include "scan/DetectionLists.h"
 #include "scan/Discovery.h"
 #include "scan/UninstallKeyReader.h"
 #include "scan/modRegScan.h"
@@ -69,11 +70,10 @@ void run(benchmark::State& state, Phases phases) {
         auto machine = platform::portable::Machine::open(fixture().folder, &problems);
         auto& platform = machine->platform();
         state::modRegistry registry(platform);
-        state::clsList keys(platform.messageBox), detected(platform.messageBox),
-            ignored(platform.messageBox);
-        keys.InitList(0, 100);
-        detected.InitList(6, 100);
-        ignored.InitList(3, 100);
+        scan::DetectionLists lists(platform.messageBox);
+        auto& keys = lists.uninstallKeyList;
+        auto& detected = lists.detectedProgramList;
+        auto& ignored = lists.ignoreEntryList;
         scan::ScanControl control;
         QStringList log;
         const scan::StringLookup words = [](const QString&) { return QString(); };

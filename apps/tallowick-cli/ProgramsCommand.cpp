@@ -1,5 +1,6 @@
 #include "Cli.h"
 #include "scan/DetectionDumps.h"
+#include "scan/DetectionLists.h"
 #include "scan/Discovery.h"
 #include "state/AnsiText.h"
 #include "state/DataFolders.h"
@@ -43,11 +44,10 @@ int programsCommand(Context& context) {
     }
     auto& platform = machine->platform();
     state::modRegistry registry(platform);
-    state::clsList keys(platform.messageBox), detected(platform.messageBox),
-        ignored(platform.messageBox);
-    keys.InitList(0, 100);
-    detected.InitList(6, 100);
-    ignored.InitList(3, 100);
+    scan::DetectionLists lists(platform.messageBox);
+    auto& keys = lists.uninstallKeyList;
+    auto& detected = lists.detectedProgramList;
+    auto& ignored = lists.ignoreEntryList;
     scan::ScanControl control;
     QStringList log;
 

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "state/AnsiText.h"
+#include "state/modRegistry.h"
 
 namespace scan {
 
@@ -14,21 +15,10 @@ constexpr std::uint32_t kNameBuffer = 256;
 }  // namespace
 
 platform::RegHandle GetMainKey(const QString& hiveName) {
-    static const std::array<std::pair<const char*, platform::RegHandle>, 7> hives{{
-        {"HKEY_CLASSES_ROOT", platform::hkey::ClassesRoot},
-        {"HKEY_CURRENT_USER", platform::hkey::CurrentUser},
-        {"HKEY_LOCAL_MACHINE", platform::hkey::LocalMachine},
-        {"HKEY_USERS", platform::hkey::Users},
-        {"HKEY_PERFORMANCE_DATA", platform::hkey::PerformanceData},
-        {"HKEY_CURRENT_CONFIG", platform::hkey::CurrentConfig},
-        {"HKEY_DYN_DATA", platform::hkey::CurrentConfig},
-    }};
-    for (const auto& [name, handle] : hives) {
-        if (hiveName == QLatin1String(name)) {
-            return handle;
-        }
+    if (hiveName == QLatin1String("HKEY_DYN_DATA")) {
+        return platform::hkey::CurrentConfig;
     }
-    return 0;
+    return state::modRegistry::GetMainKeyHandle(hiveName);
 }
 
 modRegScan::modRegScan(platform::Platform& platform, ScanControl& control,

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include "support/TestMachine.h"
@@ -108,6 +109,33 @@ TEST_F(CliTest, VerinfoPrintsOneLineEachWithEmptyForMissing) {
               "FileDescription=\nFixedFileVersion=\n");
 }
 
+TEST_F(CliTest, DemoInitInstallsTheShippedCatalogOrAGivenOne) {
+    const CliRun run = cli({"machine", "init", "--demo", "--seed", "4"});
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    const auto programs = QRegularExpression("programs=(\\d+)\n").match(run.out);
+    ASSERT_TRUE(programs.hasMatch()) << run.out.toStdString();
+    EXPECT_GE(programs.captured(1).toInt(), 300);
+
+    QFile catalog(dir.path() + "/tiny.csv");
+    ASSERT_TRUE(catalog.open(QIODevice::WriteOnly));
+    catalog.write("PackageId,Version,Name\nAcme.Rocket,2.5,Rocket\n");
+    catalog.close();
+    machineFolder = dir.path() + "/second";
+    const CliRun tiny = cli({"machine", "init", "--demo", "--catalog", catalog.fileName()});
+    EXPECT_EQ(tiny.status, 0) << tiny.err.toStdString();
+    EXPECT_TRUE(tiny.out.contains("programs=1\n")) << tiny.out.toStdString();
+
+    machineFolder = dir.path() + "/third";
+    const CliRun missing = cli({"machine", "init", "--demo", "--catalog", dir.path() + "/no.csv"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_TRUE(missing.err.contains("no.csv: the catalog cannot be read"))
+        << missing.err.toStdString();
+    for (const QStringList& wrong : {QStringList{"machine", "init", "--seed", "4"},
+                                     QStringList{"machine", "init", "--demo", "--seed", "x"}}) {
+        EXPECT_EQ(cli(wrong).status, 2);
+    }
+}
+
 TEST_F(CliTest, ArgsPrintsWhatTheParserLeaves) {
     const CliRun run = cli({"args", "/language=FR /boot /LOADER=x.ini"});
     EXPECT_EQ(run.status, 0);
@@ -115,6 +143,30 @@ TEST_F(CliTest, ArgsPrintsWhatTheParserLeaves) {
     EXPECT_TRUE(run.out.contains("message=Ignoring unknown command line argument(s): boot \n"));
     EXPECT_TRUE(run.out.contains("languageId=fr\n"));
     EXPECT_TRUE(run.out.contains("loaderFileName=x.ini\n"));
+}
+
+}  // namespace
+
+namespace {
+
+// The work list of the demo machine: every accepted line has its seven fields, and every key
+// has a verdict, among them each kind of key the demo machine holds to be dropped.
+TEST_F(CliTest, ProgramsListsTheWorkListAndWhy) {
+    ASSERT_EQ(cli({"machine", "init", "--demo"}).status, 0);
+    const CliRun list = cli({"programs"});
+    ASSERT_EQ(list.status, 0);
+    const QStringList lines = list.out.split('\n', Qt::SkipEmptyParts);
+    EXPECT_GE(lines.size(), 300);
+    for (const QString& line : lines) {
+        EXPECT_EQ(line.count('\t'), 6) << line.toStdString();
+    }
+    const QString why = cli({"programs", "--why"}).out;
+    EXPECT_EQ(why.count("\naccepted\t") + why.startsWith("accepted\t"), lines.size());
+    for (const char* verdict : {"SystemComponent\t", "Windows driver package\t", "Dupe ",
+                                "no publisher\t", "no name\t"}) {
+        EXPECT_TRUE(why.contains(verdict)) << verdict;
+    }
+    EXPECT_EQ(cli({"programs", "--bogus"}).status, 2);
 }
 
 }  // namespace
