@@ -142,6 +142,40 @@ TEST_F(DiscoveryTest, KeysAreReadWithEveryOddityKept) {
     EXPECT_EQ(verdicts.at(kHkcu + "\\Brackets"), "Dupe 3");
 }
 
+// Bad values are read as the failure word or as their bytes, and the walk goes on.
+TEST_F(DiscoveryTest, BadValuesNeverEndTheWalk) {
+    machine.placeFile("C:\\Notes\\notes.txt", "not a program");
+    const std::string longName(300, 'n');
+    ASSERT_EQ(
+        machine.importReg("Windows Registry Editor Version 5.00\r\n"
+                          "[" +
+                          kHklm.toStdString() +
+                          "\\Long]\r\n"
+                          "\"DisplayName\"=\"" +
+                          longName +
+                          "\"\r\n"
+                          "\"Publisher\"=\"Acme\"\r\n\"DisplayVersion\"=\"1\"\r\n"
+                          "[" +
+                          kHklm.toStdString() +
+                          "\\Binary]\r\n"
+                          "\"DisplayName\"=\"Binary\"\r\n\"Publisher\"=hex:00,01\r\n"
+                          "\"DisplayVersion\"=hex:33,2e,31,00,ff\r\n"
+                          "\"DisplayIcon\"=\"C:\\\\Notes\\\\notes.txt\"\r\n"
+                          "[" +
+                          kHklm.toStdString() +
+                          "\\Words]\r\n"
+                          "\"DisplayName\"=\"Words\"\r\n\"Publisher\"=\"error\"\r\n"
+                          "\"DisplayVersion\"=\"2\"\r\n\"InstallLocation\"=\"C:\\\\Notes\"\r\n"),
+        "");
+    const auto verdicts = discover();
+    EXPECT_EQ(verdicts.at(kHklm + "\\Long"), "no name");
+    // A binary publisher reads up to its first NUL; the icon need not be a program.
+    EXPECT_EQ(verdicts.at(kHklm + "\\Binary"), "no publisher");
+    // "error" is a missing publisher, and the folder has no version block to ask.
+    EXPECT_EQ(verdicts.at(kHklm + "\\Words"), "no publisher");
+    EXPECT_EQ(verdicts.size(), 5u);
+}
+
 TEST_F(DiscoveryTest, StopEndsTheWalk) {
     ASSERT_EQ(machine.importReg(testing_support::readTestData("uninstall-sample.reg")), "");
     control.pumpEvents = [this] { control.bInProcess = false; };
