@@ -12,7 +12,7 @@
 #include "platform/portable/PortableFileSystem.h"
 #include "platform/portable/PortableRegistry.h"
 #include "platform/portable/PortableVersionInfo.h"
-#include "platform/portable/SpecialFolders.h"
+#include "platform/portable/WindowsFolders.h"
 #include "platform/portable/WinPath.h"
 
 namespace platform::portable {

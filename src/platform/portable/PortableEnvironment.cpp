@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "platform/FileSystem.h"
-#include "platform/portable/SpecialFolders.h"
+#include "platform/portable/WindowsFolders.h"
 
 namespace platform::portable {
 

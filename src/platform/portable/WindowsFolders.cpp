@@ -1,4 +1,4 @@
-#include "platform/portable/SpecialFolders.h"
+#include "platform/portable/WindowsFolders.h"
 
 #include <array>
 #include <utility>
