@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 #include <vector>
+#include "platform/portable/PeWriter.h"
 
 // Builders of version blocks and of the smallest PE image that carries one, for tests that need
 // a shape no real file has. All numbers are little-endian.
@@ -64,7 +65,7 @@ inline Node root(std::vector<Node> children) {
     return {u"VS_VERSION_INFO", fixedInfo, false, std::move(children)};
 }
 
-// Where peImage puts things, for tests that damage them.
+// Where the PE writer puts things, for tests that damage them.
 namespace layout {
 inline constexpr std::size_t kPeOffsetField = 0x3C;
 inline constexpr std::size_t kOptionalHeaderSizeField = 0x54;
@@ -83,38 +84,7 @@ inline constexpr std::size_t kData = 0x58;
 
 // A PE32+ image with one .rsrc section holding the resource as RT_VERSION, name 1, language 1033.
 inline std::string peImage(const std::string& resource) {
-    using namespace layout;
-    std::string tree(kData, '\0');
-    const std::size_t directories[][3] = {{0, 16, 0x80000000u | kNameDirectory},
-                                          {kNameDirectory, 1, 0x80000000u | kLanguageDirectory},
-                                          {kLanguageDirectory, 1033, kDataEntry}};
-    for (const auto& [directory, id, target] : directories) {
-        put(tree, directory + 14, 1, 2);
-        put(tree, directory + 16, std::uint32_t(id));
-        put(tree, directory + 20, std::uint32_t(target));
-    }
-    put(tree, kDataEntry, kResourceRva + kData);
-    put(tree, kDataEntry + 4, std::uint32_t(resource.size()));
-    tree += resource;
-    tree.resize((tree.size() + 3) & ~3u, '\0');
-
-    std::string image(kResources, '\0');
-    put(image, 0, 0x5A4D, 2);  // "MZ"
-    put(image, kPeOffsetField, 0x40);
-    put(image, 0x40, 0x00004550);  // "PE\0\0"
-    put(image, 0x44, 0x8664, 2);
-    put(image, 0x46, 1, 2);  // one section
-    put(image, kOptionalHeaderSizeField, 240, 2);
-    put(image, kOptionalHeader, 0x20B, 2);
-    put(image, kDirectoryCount, 16);
-    put(image, kResourceDirectory, kResourceRva);
-    put(image, kResourceDirectory + 4, std::uint32_t(tree.size()));
-    image.replace(kSectionHeader, 5, ".rsrc");
-    put(image, kSectionHeader + 8, std::uint32_t(tree.size()));  // virtual size
-    put(image, kSectionHeader + 12, kResourceRva);
-    put(image, kSectionHeader + 16, std::uint32_t(tree.size()));  // raw size
-    put(image, kSectionHeader + 20, kResources);
-    return image + tree;
+    return platform::portable::peImageWithVersionResource(resource, true, 0x0409);
 }
 
 }  // namespace version_image
