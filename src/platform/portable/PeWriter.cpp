@@ -37,37 +37,6 @@ void padTo4(std::string& bytes) {
     bytes.resize(alignUp(bytes.size(), 4), '\0');
 }
 
-std::string utf16Bytes(const std::u16string& text) {
-    std::string bytes(2 * text.size(), '\0');
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        put(bytes, 2 * i, text[i], 2);
-    }
-    return bytes;
-}
-
-struct Node {
-    std::u16string key;
-    std::string value;  // text values as UTF-16 bytes with their terminator
-    bool text = true;
-    std::vector<Node> children = {};
-};
-
-// Header, key, value and children, each on a four-byte boundary.
-std::string encode(const Node& node) {
-    std::string bytes = std::string(6, '\0') + utf16Bytes(node.key + u'\0');
-    padTo4(bytes);
-    bytes += node.value;
-    for (const Node& child : node.children) {
-        padTo4(bytes);
-        bytes += encode(child);
-    }
-    const std::size_t valueLength = node.text ? node.value.size() / 2 : node.value.size();
-    put(bytes, 0, bytes.size(), 2);
-    put(bytes, 2, valueLength, 2);
-    put(bytes, 4, node.text ? 1 : 0, 2);
-    return bytes;
-}
-
 std::uint64_t packed(const std::array<std::uint16_t, 4>& parts) {
     std::uint64_t value = 0;
     for (std::uint16_t part : parts) {
@@ -118,6 +87,29 @@ std::string resourceTree(std::string_view resource, std::uint16_t language) {
 
 }  // namespace
 
+std::string utf16Bytes(const std::u16string& text) {
+    std::string bytes(2 * text.size(), '\0');
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        put(bytes, 2 * i, text[i], 2);
+    }
+    return bytes;
+}
+
+std::string encodeVersionNode(const VersionNode& node) {
+    std::string bytes = std::string(6, '\0') + utf16Bytes(node.key + u'\0');
+    padTo4(bytes);
+    bytes += node.value;
+    for (const VersionNode& child : node.children) {
+        padTo4(bytes);
+        bytes += encodeVersionNode(child);
+    }
+    const std::size_t valueLength = node.text ? node.value.size() / 2 : node.value.size();
+    put(bytes, 0, bytes.size(), 2);
+    put(bytes, 2, valueLength, 2);
+    put(bytes, 4, node.text ? 1 : 0, 2);
+    return bytes;
+}
+
 std::string versionBlock(const PeVersionInfo& info) {
     const std::pair<const char16_t*, const std::optional<std::string>*> strings[] = {
         {u"CompanyName", &info.companyName},
@@ -127,7 +119,7 @@ std::string versionBlock(const PeVersionInfo& info) {
     char tableName[9];
     std::snprintf(tableName, sizeof tableName, "%04x%04x", unsigned(info.language),
                   unsigned(info.codePage));
-    Node table{QString::fromLatin1(tableName).toStdU16String(), {}};
+    VersionNode table{QString::fromLatin1(tableName).toStdU16String(), {}};
     for (const auto& [name, value] : strings) {
         if (value->has_value()) {
             const std::u16string text = QString::fromStdString(**value).toStdU16String();
@@ -137,12 +129,12 @@ std::string versionBlock(const PeVersionInfo& info) {
     std::string translation(4, '\0');
     put(translation, 0, info.language, 2);
     put(translation, 2, info.codePage, 2);
-    const Node root{u"VS_VERSION_INFO",
-                    fixedFileInfo(info),
-                    false,
-                    {{u"StringFileInfo", {}, true, {std::move(table)}},
-                     {u"VarFileInfo", {}, true, {{u"Translation", translation, false}}}}};
-    return encode(root);
+    const VersionNode root{u"VS_VERSION_INFO",
+                           fixedFileInfo(info),
+                           false,
+                           {{u"StringFileInfo", {}, true, {std::move(table)}},
+                            {u"VarFileInfo", {}, true, {{u"Translation", translation, false}}}}};
+    return encodeVersionNode(root);
 }
 
 std::string peImageWithVersionResource(std::string_view resource, bool pe32Plus,

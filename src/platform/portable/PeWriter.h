@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform::portable {
 
@@ -22,6 +23,22 @@ struct PeVersionInfo {
     std::array<std::uint16_t, 4> fixedProductVersion{};
     bool pe32Plus = true;  // x86-64, else i386
 };
+
+// One node of a version block in its UTF-16 form: a key, a value (UTF-16 units when text,
+// bytes otherwise) and the children.
+struct VersionNode {
+    std::u16string key;
+    std::string value;
+    bool text = true;
+    std::vector<VersionNode> children = {};
+};
+
+// Header, key, value and children, each on a four-byte boundary; wLength leaves out the
+// padding after the last child.
+std::string encodeVersionNode(const VersionNode& node);
+
+// UTF-16LE bytes of a text, without a terminator.
+std::string utf16Bytes(const std::u16string& text);
 
 // A version block (VS_VERSION_INFO) as rc writes it: the fixed info, a StringFileInfo with
 // one table and a VarFileInfo with the translation.

@@ -31,7 +31,7 @@ TEST_F(PortableVersionInfo, ShortLengthsCutTheBlockAndConversionsStayWithinIt) {
     using namespace version_image;
     const Node table = parent(u"040904b0", {text(u"FileVersion", u"2.0.1.0"),
                                             text(u"Comments", std::u16string(25000, u'x'))});
-    const Node translation{u"Translation", std::string("\x09\x04\xB0\x04", 4)};
+    const Node translation{u"Translation", std::string("\x09\x04\xB0\x04", 4), false};
     machine.placeFile(kPath, peImage(encode(root({parent(u"StringFileInfo", {table}),
                                                   parent(u"VarFileInfo", {translation})}))));
     const std::uint32_t size = versionInfo.GetFileVersionInfoSizeA(kPath, nullptr);

@@ -16,41 +16,19 @@ inline void put(std::string& bytes, std::size_t offset, std::uint32_t value, uns
 }
 
 inline std::string utf16(const std::u16string& text) {
-    std::string bytes(2 * text.size(), '\0');
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        put(bytes, 2 * i, text[i], 2);
-    }
-    return bytes;
+    return platform::portable::utf16Bytes(text);
 }
 
 // A node of a version block in its UTF-16 form.
-struct Node {
-    std::u16string key;
-    std::string value;  // the value's bytes: UTF-16 units when text
-    bool text = false;
-    std::vector<Node> children = {};
-};
+using Node = platform::portable::VersionNode;
 
 // A string node whose length counts the terminator, as rc and windres store it.
 inline Node text(const std::u16string& key, const std::u16string& value) {
     return {key, utf16(value + u'\0'), true, {}};
 }
 
-// Header, key, value and children, each on a four-byte boundary; wLength leaves out the padding
-// after the last child.
 inline std::string encode(const Node& node) {
-    const auto alignTo4 = [](std::string& bytes) { bytes.resize((bytes.size() + 3) & ~3u, '\0'); };
-    std::string bytes = std::string(6, '\0') + utf16(node.key + u'\0');
-    alignTo4(bytes);
-    bytes += node.value;
-    for (const Node& child : node.children) {
-        alignTo4(bytes);
-        bytes += encode(child);
-    }
-    put(bytes, 0, std::uint32_t(bytes.size()), 2);
-    put(bytes, 2, std::uint32_t(node.text ? node.value.size() / 2 : node.value.size()), 2);
-    put(bytes, 4, node.text ? 1 : 0, 2);
-    return bytes;
+    return platform::portable::encodeVersionNode(node);
 }
 
 // A node without a value over its children.
