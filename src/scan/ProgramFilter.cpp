@@ -1,7 +1,7 @@
 #include "scan/ProgramFilter.h"
 
 #include "core/BasicText.h"
-#include "platform/FileSystem.h"
+#include "state/PathText.h"
 
 namespace scan {
 
@@ -15,10 +15,6 @@ QString lc(const QString& text) {
 
 bool sameNotEmpty(const QString& a, const QString& b) {
     return !a.isEmpty() && !b.isEmpty() && lc(a) == lc(b);
-}
-
-QString parentOf(const QString& path) {
-    return QString::fromStdU16String(platform::GetParentFolderName(path.toStdU16String()));
 }
 
 QString entryHead(const char* rule, const Candidate& c) {
@@ -46,7 +42,7 @@ bool ProgramFilter::isIgnored(const Candidate& c, const QString& parentOfExe) {
         const QString location = ignored_.SubItemText(i, 3);
         const QString rowName = ignored_.SubItemText(i, 1);
         const QString rowPublisher = ignored_.SubItemText(i, 2);
-        const QString parentOfLocation = parentOf(location);
+        const QString parentOfLocation = state::GetParentFolderName(location);
         const bool hit = sameNotEmpty(c.exePath, location) || sameNotEmpty(c.folder, location) ||
                          (lc(c.name) == lc(rowName) && lc(c.publisher) == lc(rowPublisher) &&
                           sameNotEmpty(parentOfExe, parentOfLocation));
@@ -106,7 +102,7 @@ QString ProgramFilter::duplicateCase(const Candidate& c) {
 
 QString ProgramFilter::test(const Candidate& c) {
     // Both tests run, so an ignored duplicate writes both dump entries.
-    const bool ignored = isIgnored(c, parentOf(c.exePath));
+    const bool ignored = isIgnored(c, state::GetParentFolderName(c.exePath));
     const QString duplicate = duplicateCase(c);
 
     // The English words are compared whatever the language in use.

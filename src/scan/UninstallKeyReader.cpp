@@ -2,6 +2,7 @@
 
 #include "core/BasicText.h"
 #include "state/AnsiText.h"
+#include "state/PathText.h"
 
 namespace scan {
 
@@ -34,14 +35,6 @@ bool UninstallKeyReader::folderExists(const QString& path) {
     return platform_.files.FolderExists(state::toAnsi(platform_.codePage, path));
 }
 
-QString UninstallKeyReader::parentFolderName(const QString& path) {
-    return QString::fromStdU16String(platform::GetParentFolderName(path.toStdU16String()));
-}
-
-QString UninstallKeyReader::fileName(const QString& path) {
-    return QString::fromStdU16String(platform::GetFileName(path.toStdU16String()));
-}
-
 std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
     if (basic::trim(registry_.GetDwordValue(key, "SystemComponent").toString()) == "1") {
         return std::nullopt;
@@ -57,7 +50,7 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
     }
     if (fileExists(icon) && !missing(icon)) {
         c.exePath = basic::replace(icon, "\\\\", "\\");
-        c.exeName = fileName(c.exePath);
+        c.exeName = state::GetFileName(c.exePath);
         c.fileVersion = versionReader_.GetFixedFileVersion(c.exePath);
     }
 
@@ -66,9 +59,9 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
         location.chop(1);
     }
     if (missing(location)) {
-        location = parentFolderName(c.exePath);
+        location = state::GetParentFolderName(c.exePath);
         if (location.isEmpty()) {
-            location = parentFolderName(uninstall);
+            location = state::GetParentFolderName(uninstall);
         }
     }
     // The hidden uninstall folders of system updates are no program folders.
@@ -76,7 +69,7 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
         c.folder = location;
     }
     if (c.folder.isEmpty()) {
-        c.folder = parentFolderName(c.exePath);
+        c.folder = state::GetParentFolderName(c.exePath);
     }
 
     const QString name = registry_.GetStringValue(key, "DisplayName");

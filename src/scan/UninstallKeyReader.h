@@ -21,8 +21,6 @@ public:
 private:
     bool fileExists(const QString& path);
     bool folderExists(const QString& path);
-    QString parentFolderName(const QString& path);
-    QString fileName(const QString& path);
 
     platform::Platform& platform_;
     state::modRegistry& registry_;
