@@ -1,5 +1,6 @@
 #pragma once
 #include <chrono>
+#include <cstdint>
 
 namespace platform {
 
@@ -11,6 +12,8 @@ public:
     // Minutes to add to local time to get UTC, as Windows reports the time-zone bias
     // (-60 for Central European winter time).
     virtual int timeZoneBiasMinutes() = 0;
+    // Sleep: gives up the processor for that long.
+    virtual void Sleep(std::uint32_t milliseconds) = 0;
 };
 
 }  // namespace platform

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -17,10 +18,21 @@ inline constexpr std::uint32_t RamDisk = 6;
 
 namespace fileattr {
 inline constexpr std::uint32_t Normal = 0;
+inline constexpr std::uint32_t ReadOnly = 1;
 inline constexpr std::uint32_t Hidden = 2;
 inline constexpr std::uint32_t System = 4;
 inline constexpr std::uint32_t Directory = 16;
 }  // namespace fileattr
+
+// FindFirstChangeNotificationA on one folder: entries made, changed, renamed or deleted in
+// it, not below it.
+class ChangeNotification {
+public:
+    virtual ~ChangeNotification() = default;
+    // Waits at most timeoutMs for a change since the last call; true when there was one.
+    // A signal that reaches the process ends the wait early.
+    virtual bool wait(int timeoutMs) = 0;
+};
 
 // Files and folders by Windows path ("C:\Program Files\App\app.exe"). Paths are ANSI bytes,
 // found without regard to case; "\" and "/" both separate.
@@ -50,6 +62,24 @@ public:
     virtual bool writeFile(const std::string& path, const std::string& bytes) = 0;
     // Adds to the end of the file, making it when missing; false when it can't be written.
     virtual bool appendFile(const std::string& path, const std::string& bytes) = 0;
+
+    // FileLen: the size in bytes; nothing for a missing file or a folder.
+    virtual std::optional<std::uint64_t> FileLen(const std::string& path) = 0;
+    // SetAttr: fileattr::ReadOnly sets the read-only mark, fileattr::Normal clears it. False for a
+    // missing entry.
+    virtual bool SetAttr(const std::string& path, std::uint32_t attributes) = 0;
+    // Kill of one file (no wildcards); false when there is no such file or it stays.
+    virtual bool Kill(const std::string& path) = 0;
+    // The FileSystemObject's CopyFolder: the folder's contents go into destination, which is
+    // made when missing; an existing file there is replaced only with overwrite, otherwise
+    // the copy stops at it. False when anything was not copied.
+    virtual bool CopyFolder(const std::string& source, const std::string& destination,
+                            bool overwrite) = 0;
+    // The FileSystemObject's DeleteFolder: the folder and everything in it; force also takes
+    // read-only entries. False when the folder is missing or something stays.
+    virtual bool DeleteFolder(const std::string& folder, bool force) = 0;
+    // Watches a folder; nothing when it does not exist or can't be watched.
+    virtual std::unique_ptr<ChangeNotification> watchFolder(const std::string& folder) = 0;
 };
 
 // The FileSystemObject's path texts, which never look at the disk.

@@ -6,6 +6,7 @@
 #include "platform/MessageBox.h"
 #include "platform/RegEdit.h"
 #include "platform/Registry.h"
+#include "platform/ServiceManager.h"
 #include "platform/VersionInfo.h"
 
 namespace platform {
@@ -21,6 +22,8 @@ struct Platform {
     CodePage& codePage;
     MessageBox& messageBox;
     Clock& clock;
+    ServiceManager& services;
+    ServiceHost& serviceHost;
 };
 
 }  // namespace platform

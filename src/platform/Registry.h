@@ -27,6 +27,9 @@ public:
     virtual long RegSetValueExA(RegHandle key, const std::string& valueName, std::uint32_t type,
                                 const std::uint8_t* data, std::uint32_t dataSize) = 0;
     virtual long RegDeleteValueA(RegHandle key, const std::string& valueName) = 0;
+    // Deletes a subkey that has no subkeys of its own; one that has answers
+    // status::AccessDenied, as on Windows NT.
+    virtual long RegDeleteKeyA(RegHandle key, const std::string& subKey) = 0;
 
     // nameSize: in, the buffer's size in characters with room for the terminator;
     // out, the name's length without it.

@@ -12,9 +12,6 @@ namespace state {
 
 namespace {
 
-// The folders older versions kept beside the program.
-const char* const kMovedFolders[] = {"Settings", "Full Backups", "Item Backups", "Startup Manager"};
-
 // "C:\A\B\C" less two elements is "C:\A".
 QString dropLastElements(const QString& path, int count) {
     QStringList elements = basic::split(path, QStringLiteral("\\"));
@@ -36,13 +33,36 @@ DataFolders::DataFolders(platform::Platform& platform, ServiceChannel& service,
     GetSpecialFolders();
 }
 
-QString DataFolders::GetFolderPath(int csidl) const {
+QStringList olderDataFolders() {
+    return {QStringLiteral("Settings"), QStringLiteral("Full Backups"),
+            QStringLiteral("Item Backups"), QStringLiteral("Startup Manager")};
+}
+
+QString GetFolderPath(platform::Platform& platform, int csidl) {
     std::string path;
-    if (platform_.environment.SHGetFolderPathA(csidl, &path) != 0) {
+    if (platform.environment.SHGetFolderPathA(csidl, &path) != 0) {
         return {};
     }
     path.resize(std::min(path.size(), path.find('\0')));
-    return fromAnsi(platform_.codePage, path);
+    return fromAnsi(platform.codePage, path);
+}
+
+QString locateDataFolder(platform::Platform& platform, const QString& programFolder,
+                         const QString& productName, bool* fallback) {
+    using namespace platform::csidl;
+    QString found = GetFolderPath(platform, CommonAppData);
+    if (found.isEmpty()) {
+        found = GetFolderPath(platform, AppData);
+    }
+    if (found.isEmpty()) {
+        found = GetFolderPath(platform, ProgramFiles);
+    }
+    *fallback = found.isEmpty();
+    return *fallback ? programFolder + u'\\' : found + u'\\' + productName + u'\\';
+}
+
+QString DataFolders::GetFolderPath(int csidl) const {
+    return state::GetFolderPath(platform_, csidl);
 }
 
 void DataFolders::GetSpecialFolders() {
@@ -73,16 +93,8 @@ void DataFolders::GetSpecialFolders() {
 }
 
 void DataFolders::UpdateFileLocations() {
-    using namespace platform::csidl;
-    QString found = GetFolderPath(CommonAppData);
-    if (found.isEmpty()) {
-        found = GetFolderPath(AppData);
-    }
-    if (found.isEmpty()) {
-        found = GetFolderPath(ProgramFiles);
-    }
-    const bool fallback = found.isEmpty();
-    dataFolder_ = fallback ? programFolder_ + u'\\' : found + u'\\' + productName_ + u'\\';
+    bool fallback = false;
+    dataFolder_ = locateDataFolder(platform_, programFolder_, productName_, &fallback);
     if (fallback || folderExists(dataFolder_)) {
         return;
     }
@@ -90,11 +102,11 @@ void DataFolders::UpdateFileLocations() {
     // First run of a version that keeps its data here.
     makeFolder(dataFolder_);
     makeFolder(dataFolder_ + QStringLiteral("Service"));
-    for (const char* name : kMovedFolders) {
-        const QString old = programFolder_ + u'\\' + QLatin1String(name);
+    for (const QString& name : olderDataFolders()) {
+        const QString old = programFolder_ + u'\\' + name;
         if (folderExists(old)) {
             service_.SendToService(QStringLiteral("FsoCopyFolder|") + old + u'|' + dataFolder_ +
-                                   QLatin1String(name) + QStringLiteral("|False\r\n") +
+                                   name + QStringLiteral("|False\r\n") +
                                    QStringLiteral("FsoDeleteFolder|") + old +
                                    QStringLiteral("|True"));
         }

@@ -1,10 +1,25 @@
 #pragma once
 #include <QString>
+#include <QStringList>
 
 #include "platform/Platform.h"
 #include "state/ServiceChannel.h"
 
 namespace state {
+
+// SHGetFolderPathA of a special folder (a CSIDL code), up to its first NUL; "" when there is
+// none.
+QString GetFolderPath(platform::Platform& platform, int csidl);
+
+// Where the program keeps its data, with a trailing "\": under the all-users application
+// data, else the user's application data, else the program files; else the program folder
+// itself, and *fallback is set.
+QString locateDataFolder(platform::Platform& platform, const QString& programFolder,
+                         const QString& productName, bool* fallback);
+
+// The data folders that older versions kept in the program folder and that the first run of
+// this layout moves into the data folder.
+QStringList olderDataFolders();
 
 // Where the program's data lies and where the special folders of the computer are. The
 // special folders are read once, at construction; the data folder is found by

@@ -2,6 +2,8 @@
 
 #include <QDateTime>
 
+#include <thread>
+
 namespace platform::portable {
 
 std::chrono::system_clock::time_point HostClock::now() {
@@ -10,6 +12,10 @@ std::chrono::system_clock::time_point HostClock::now() {
 
 int HostClock::timeZoneBiasMinutes() {
     return -QDateTime::currentDateTime().offsetFromUtc() / 60;
+}
+
+void HostClock::Sleep(std::uint32_t milliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
 }  // namespace platform::portable

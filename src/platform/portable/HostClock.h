@@ -8,6 +8,7 @@ class HostClock final : public Clock {
 public:
     std::chrono::system_clock::time_point now() override;
     int timeZoneBiasMinutes() override;
+    void Sleep(std::uint32_t milliseconds) override;
 };
 
 }  // namespace platform::portable

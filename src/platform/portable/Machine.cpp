@@ -11,9 +11,12 @@
 #include "platform/portable/PortableEnvironment.h"
 #include "platform/portable/PortableFileSystem.h"
 #include "platform/portable/PortableRegistry.h"
+#include "platform/portable/PortableServiceHost.h"
+#include "platform/portable/PortableServiceManager.h"
 #include "platform/portable/PortableVersionInfo.h"
-#include "platform/portable/WindowsFolders.h"
+#include "platform/portable/ProgramLauncher.h"
 #include "platform/portable/WinPath.h"
+#include "platform/portable/WindowsFolders.h"
 
 namespace platform::portable {
 
@@ -81,8 +84,12 @@ Machine::Machine(fs::path folder, MachineFacts facts)
     environment_ = std::make_unique<PortableEnvironment>(facts_, *paths_, *codePage_);
     messageBox_ = std::make_unique<ConsoleMessageBox>();
     clock_ = std::make_unique<HostClock>();
+    launcher_ = std::make_unique<ProgramLauncher>(folder_, facts_);
+    services_ =
+        std::make_unique<PortableServiceManager>(folder_, *registry_, *codePage_, *launcher_);
+    serviceHost_ = std::make_unique<PortableServiceHost>(folder_);
     platform_.reset(new Platform{*registry_, *registry_, *versionInfo_, *files_, *environment_,
-                                 *codePage_, *messageBox_, *clock_});
+                                 *codePage_, *messageBox_, *clock_, *services_, *serviceHost_});
 }
 
 Machine::~Machine() = default;

@@ -15,6 +15,9 @@ class PortableCodePage;
 class PortableEnvironment;
 class PortableFileSystem;
 class PortableRegistry;
+class PortableServiceHost;
+class PortableServiceManager;
+class ProgramLauncher;
 class PortableVersionInfo;
 class WinPath;
 
@@ -42,6 +45,7 @@ public:
     const MachineFacts& facts() const { return facts_; }
     const std::filesystem::path& folder() const { return folder_; }
     const WinPath& paths() const { return *paths_; }
+    ProgramLauncher& launcher() { return *launcher_; }
 
 private:
     Machine(std::filesystem::path folder, MachineFacts facts);
@@ -56,6 +60,9 @@ private:
     std::unique_ptr<PortableEnvironment> environment_;
     std::unique_ptr<ConsoleMessageBox> messageBox_;
     std::unique_ptr<HostClock> clock_;
+    std::unique_ptr<ProgramLauncher> launcher_;
+    std::unique_ptr<PortableServiceManager> services_;
+    std::unique_ptr<PortableServiceHost> serviceHost_;
     std::unique_ptr<Platform> platform_;
 };
 

@@ -4,6 +4,10 @@
 #include <QSaveFile>
 #include <QString>
 
+#include <poll.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cctype>
 #include <system_error>
@@ -165,6 +169,147 @@ bool PortableFileSystem::appendFile(const std::string& path, const std::string& 
         return false;
     }
     return file.write(bytes.data(), qint64(bytes.size())) == qint64(bytes.size());
+}
+
+namespace {
+
+bool readOnly(const fs::path& entry) {
+    std::error_code error;
+    const auto status = fs::symlink_status(entry, error);
+    return !error && (status.permissions() & fs::perms::owner_write) == fs::perms::none;
+}
+
+bool copyInto(const fs::path& source, const fs::path& destination, bool overwrite) {
+    std::error_code error;
+    if (fs::exists(destination, error) && !fs::is_directory(destination, error)) {
+        return false;
+    }
+    fs::create_directories(destination, error);
+    if (error) {
+        return false;
+    }
+    for (const auto& entry : fs::directory_iterator(source, error)) {
+        const fs::path target = destination / entry.path().filename();
+        if (entry.is_directory(error)) {
+            if (!copyInto(entry.path(), target, overwrite)) {
+                return false;
+            }
+            continue;
+        }
+        if (fs::exists(target, error)) {
+            if (!overwrite || readOnly(target)) {
+                return false;
+            }
+        }
+        fs::copy_file(entry.path(), target, fs::copy_options::overwrite_existing, error);
+        if (error) {
+            return false;
+        }
+    }
+    return !error;
+}
+
+// inotify on one host folder; the folder's own deletion ends the watch.
+class FolderWatch final : public ChangeNotification {
+public:
+    explicit FolderWatch(int descriptor) : descriptor_(descriptor) {}
+    ~FolderWatch() override { ::close(descriptor_); }
+
+    bool wait(int timeoutMs) override {
+        pollfd ready{descriptor_, POLLIN, 0};
+        if (::poll(&ready, 1, timeoutMs) <= 0) {
+            return false;
+        }
+        alignas(inotify_event) char events[4096];
+        bool changed = false;
+        while (::read(descriptor_, events, sizeof events) > 0) {
+            changed = true;
+        }
+        return changed;
+    }
+
+private:
+    int descriptor_;
+};
+
+}  // namespace
+
+std::optional<std::uint64_t> PortableFileSystem::FileLen(const std::string& path) {
+    const auto host = paths_.existing(path);
+    std::error_code error;
+    if (!host || !fs::is_regular_file(*host, error)) {
+        return std::nullopt;
+    }
+    const auto size = fs::file_size(*host, error);
+    return error ? std::nullopt : std::optional<std::uint64_t>(size);
+}
+
+bool PortableFileSystem::SetAttr(const std::string& path, std::uint32_t attributes) {
+    const auto host = paths_.existing(path);
+    if (!host) {
+        return false;
+    }
+    std::error_code error;
+    const bool makeReadOnly = (attributes & fileattr::ReadOnly) != 0;
+    fs::permissions(*host, fs::perms::owner_write,
+                    makeReadOnly ? fs::perm_options::remove : fs::perm_options::add, error);
+    return !error;
+}
+
+bool PortableFileSystem::Kill(const std::string& path) {
+    const auto host = paths_.existing(path);
+    std::error_code error;
+    if (!host || !fs::is_regular_file(*host, error) || readOnly(*host)) {
+        return false;
+    }
+    return fs::remove(*host, error);
+}
+
+bool PortableFileSystem::CopyFolder(const std::string& source, const std::string& destination,
+                                    bool overwrite) {
+    const auto from = paths_.existing(source);
+    std::error_code error;
+    if (!from || !fs::is_directory(*from, error)) {
+        return false;
+    }
+    const auto to = paths_.createFolders(destination);
+    return to && copyInto(*from, *to, overwrite);
+}
+
+bool PortableFileSystem::DeleteFolder(const std::string& folder, bool force) {
+    const auto host = paths_.existing(folder);
+    std::error_code error;
+    if (!host || !fs::is_directory(*host, error)) {
+        return false;
+    }
+    if (!force) {
+        for (const auto& entry : fs::recursive_directory_iterator(*host, error)) {
+            if (readOnly(entry.path())) {
+                return false;
+            }
+        }
+    }
+    fs::remove_all(*host, error);
+    return !error;
+}
+
+std::unique_ptr<ChangeNotification> PortableFileSystem::watchFolder(const std::string& folder) {
+    const auto host = paths_.existing(folder);
+    std::error_code error;
+    if (!host || !fs::is_directory(*host, error)) {
+        return nullptr;
+    }
+    const int descriptor = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    if (descriptor < 0) {
+        return nullptr;
+    }
+    constexpr std::uint32_t kChanges = IN_CREATE | IN_DELETE | IN_MODIFY | IN_CLOSE_WRITE |
+                                       IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB | IN_DELETE_SELF;
+    if (::inotify_add_watch(descriptor, host->c_str(), kChanges) < 0) {
+        ::close(descriptor);
+        return nullptr;
+    }
+    return std::make_unique<FolderWatch>(descriptor);
 }
 
 }  // namespace platform::portable

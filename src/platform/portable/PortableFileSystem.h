@@ -5,7 +5,8 @@
 namespace platform::portable {
 
 // Files of the machine's drive folders. The host knows no hidden or system attribute, so
-// every entry counts as a normal file or a folder.
+// every entry counts as a normal file or a folder; read-only is an entry without the owner's
+// write permission.
 class PortableFileSystem final : public FileSystem {
 public:
     explicit PortableFileSystem(const WinPath& paths) : paths_(paths) {}
@@ -18,6 +19,13 @@ public:
     std::optional<std::string> readFile(const std::string& path) override;
     bool writeFile(const std::string& path, const std::string& bytes) override;
     bool appendFile(const std::string& path, const std::string& bytes) override;
+    std::optional<std::uint64_t> FileLen(const std::string& path) override;
+    bool SetAttr(const std::string& path, std::uint32_t attributes) override;
+    bool Kill(const std::string& path) override;
+    bool CopyFolder(const std::string& source, const std::string& destination,
+                    bool overwrite) override;
+    bool DeleteFolder(const std::string& folder, bool force) override;
+    std::unique_ptr<ChangeNotification> watchFolder(const std::string& folder) override;
 
 private:
     const WinPath& paths_;

@@ -296,6 +296,38 @@ long PortableRegistry::RegDeleteValueA(RegHandle key, const std::string& valueNa
     });
 }
 
+long PortableRegistry::RegDeleteKeyA(RegHandle key, const std::string& subKey) {
+    OpenKey parent;
+    long status = status::Success;
+    if (resolve(key, 0, &parent, &status, RegistryStore::Freshness::Now) == nullptr) {
+        return status;
+    }
+    std::vector<std::u16string> names;
+    status = splitKeyPath(wide(subKey), &names);
+    if (status != status::Success) {
+        return status;
+    }
+    if (names.empty()) {
+        return status::InvalidParameter;
+    }
+    std::vector<std::u16string> folded(names.size());
+    std::transform(names.begin(), names.end(), folded.begin(), foldName);
+    const std::u16string last = folded.back();
+    folded.pop_back();
+    return updateKey(parent, [&](RegKey& below, bool* changed) {
+        RegKey* owner = findKey(below, folded);
+        RegKey* doomed = owner == nullptr ? nullptr : owner->subkey(last);
+        if (doomed == nullptr) {
+            return status::FileNotFound;
+        }
+        if (!doomed->subkeys().empty()) {
+            return status::AccessDenied;
+        }
+        *changed = owner->removeSubkey(last);
+        return status::Success;
+    });
+}
+
 long PortableRegistry::RegEnumKeyExA(RegHandle key, std::uint32_t index, char* name,
                                      std::uint32_t* nameSize) {
     if (name == nullptr || nameSize == nullptr) {

@@ -34,6 +34,7 @@ public:
     long RegSetValueExA(RegHandle key, const std::string& valueName, std::uint32_t type,
                         const std::uint8_t* data, std::uint32_t dataSize) override;
     long RegDeleteValueA(RegHandle key, const std::string& valueName) override;
+    long RegDeleteKeyA(RegHandle key, const std::string& subKey) override;
     long RegEnumKeyExA(RegHandle key, std::uint32_t index, char* name,
                        std::uint32_t* nameSize) override;
 

@@ -350,3 +350,20 @@ TEST_F(RegistryConformance, MalformedFilesAreRefusedWithTheirLine) {
 }
 
 }  // namespace
+
+// A key goes only when it has no subkeys of its own; a handle open on it then finds it gone.
+TEST_F(RegistryConformance, DeleteKeyRefusesAKeyWithSubkeys) {
+    set(hkey::LocalMachine, "Software\\Doomed\\Child", "v", regtype::Sz, sz("x"));
+    RegHandle child = 0;
+    ASSERT_EQ(registry.RegOpenKeyA(hkey::LocalMachine, "Software\\Doomed\\Child", &child),
+              status::Success);
+    EXPECT_EQ(registry.RegDeleteKeyA(hkey::LocalMachine, "Software\\Doomed"), status::AccessDenied);
+    EXPECT_EQ(registry.RegDeleteKeyA(hkey::LocalMachine, "software\\doomed\\CHILD"),
+              status::Success);
+    EXPECT_NE(registry.RegQueryValueExA(child, "v", nullptr, nullptr, nullptr), status::Success);
+    registry.RegCloseKey(child);
+    EXPECT_EQ(registry.RegDeleteKeyA(hkey::LocalMachine, "Software\\Doomed\\Child"),
+              status::FileNotFound);
+    EXPECT_EQ(registry.RegDeleteKeyA(hkey::LocalMachine, "Software\\Doomed"), status::Success);
+    EXPECT_EQ(value(hkey::LocalMachine, "Software\\Doomed", "v"), "<error 2>");
+}
