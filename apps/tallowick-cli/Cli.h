@@ -36,5 +36,6 @@ int regCommand(Context& context);
 int verinfoCommand(Context& context);
 int argsCommand(Context& context);
 int programsCommand(Context& context);
+int serviceCommand(Context& context);
 
 }  // namespace cli

@@ -1,23 +1,14 @@
 #include "Cli.h"
+#include "ConsoleService.h"
 #include "scan/DetectionDumps.h"
 #include "scan/DetectionLists.h"
 #include "scan/Discovery.h"
 #include "state/AnsiText.h"
-#include "state/DataFolders.h"
 #include "state/FileHelpers.h"
 
 namespace cli {
 
 namespace {
-
-// The console has no service to send to yet; a data folder that would need older data moved
-// is told instead.
-class UnreachableService final : public state::ServiceChannel {
-public:
-    void SendToService(const QString& commandText) override {
-        Context::err("no service to carry out: " + QString(commandText).replace("\r\n", " / "));
-    }
-};
 
 // The English words until the language files are loaded here.
 QString englishWord(const QString& name) {
@@ -51,15 +42,13 @@ int programsCommand(Context& context) {
     scan::ScanControl control;
     QStringList log;
 
-    UnreachableService service;
-    state::DataFolders folders(
-        platform, service, state::fromAnsi(platform.codePage, platform.environment.programFolder()),
-        QStringLiteral("Tallowick"));
     state::FileHelpers files(platform);
+    std::unique_ptr<ConsoleService> service;
     std::unique_ptr<scan::DetectionDumps> dumpFiles;
     if (dumps) {
-        folders.UpdateFileLocations();
-        dumpFiles = std::make_unique<scan::DetectionDumps>(platform, files, folders.dataFolder());
+        service = std::make_unique<ConsoleService>(platform);
+        dumpFiles =
+            std::make_unique<scan::DetectionDumps>(platform, files, service->folders.dataFolder());
         dumpFiles->begin(ignored);
     }
     scan::ProgramFilter filter(detected, ignored, log, [&dumpFiles](const QString& entry) {
@@ -75,7 +64,7 @@ int programsCommand(Context& context) {
     });
     if (dumpFiles) {
         dumpFiles->finish(detected);
-        Context::err("dumps written to " + folders.dataFolder());
+        Context::err("dumps written to " + service->folders.dataFolder());
     }
     if (!why) {
         for (int i = 0; i < detected.Count(); ++i) {

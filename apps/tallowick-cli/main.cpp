@@ -8,7 +8,8 @@ constexpr const char* kUsage =
     "usage: tallowick-cli machine init [--demo [--seed N] [--catalog FILE]] | "
     "reg get KEY VALUE | reg dword KEY VALUE | "
     "reg set KEY VALUE DATA | reg import FILE.reg | reg export KEY | verinfo FILE... | "
-    "programs [--why] [--dumps] | args \"COMMAND LINE\"";
+    "programs [--why] [--dumps] | args \"COMMAND LINE\" | "
+    "service status|start|stop | service send COMMAND...";
 
 }  // namespace
 
@@ -27,6 +28,8 @@ int main(int argc, char* argv[]) {
         status = cli::verinfoCommand(context);
     } else if (command == "programs") {
         status = cli::programsCommand(context);
+    } else if (command == "service") {
+        status = cli::serviceCommand(context);
     } else if (command == "args") {
         status = cli::argsCommand(context);
     }

@@ -24,10 +24,8 @@ QString dropLastElements(const QString& path, int count) {
 
 }  // namespace
 
-DataFolders::DataFolders(platform::Platform& platform, ServiceChannel& service,
-                         QString programFolder, QString productName)
+DataFolders::DataFolders(platform::Platform& platform, QString programFolder, QString productName)
     : platform_(platform),
-      service_(service),
       programFolder_(std::move(programFolder)),
       productName_(std::move(productName)) {
     GetSpecialFolders();
@@ -92,7 +90,7 @@ void DataFolders::GetSpecialFolders() {
     }
 }
 
-void DataFolders::UpdateFileLocations() {
+void DataFolders::UpdateFileLocations(ServiceChannel& service) {
     bool fallback = false;
     dataFolder_ = locateDataFolder(platform_, programFolder_, productName_, &fallback);
     if (fallback || folderExists(dataFolder_)) {
@@ -105,10 +103,10 @@ void DataFolders::UpdateFileLocations() {
     for (const QString& name : olderDataFolders()) {
         const QString old = programFolder_ + u'\\' + name;
         if (folderExists(old)) {
-            service_.SendToService(QStringLiteral("FsoCopyFolder|") + old + u'|' + dataFolder_ +
-                                   name + QStringLiteral("|False\r\n") +
-                                   QStringLiteral("FsoDeleteFolder|") + old +
-                                   QStringLiteral("|True"));
+            service.SendToService(QStringLiteral("FsoCopyFolder|") + old + u'|' + dataFolder_ +
+                                  name + QStringLiteral("|False\r\n") +
+                                  QStringLiteral("FsoDeleteFolder|") + old +
+                                  QStringLiteral("|True"));
         }
     }
 }

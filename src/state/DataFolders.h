@@ -27,8 +27,7 @@ QStringList olderDataFolders();
 class DataFolders {
 public:
     // programFolder is the folder of the running program, without a trailing "\".
-    DataFolders(platform::Platform& platform, ServiceChannel& service, QString programFolder,
-                QString productName);
+    DataFolders(platform::Platform& platform, QString programFolder, QString productName);
 
     // The path of a special folder (a CSIDL code), "" when there is none.
     QString GetFolderPath(int csidl) const;
@@ -37,7 +36,7 @@ public:
     // application data, else the program files, else uses the program folder itself. On the
     // first run of this layout it makes the folder and has the service move the data folders
     // of older versions out of the program folder into it.
-    void UpdateFileLocations();
+    void UpdateFileLocations(ServiceChannel& service);
 
     // Expands the folder variables of a path: %AppData%, %StartMenu%, %ProgramFiles% and
     // %Desktop% in any case; %TempDir%, %SystemDir% and the common spellings of %SystemRoot%
@@ -66,7 +65,6 @@ private:
     void makeFolder(const QString& path) const;
 
     platform::Platform& platform_;
-    ServiceChannel& service_;
     const QString programFolder_;
     const QString productName_;
 

@@ -40,7 +40,7 @@ protected:
 };
 
 TEST_F(DataFoldersTest, SpecialFoldersOfAStandardComputer) {
-    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
+    state::DataFolders folders(machine.platform(), kProgramFolder, "Tallowick");
     EXPECT_EQ(folders.dataFolder(), "");
     EXPECT_EQ(folders.systemFolder(), "C:\\Windows\\System32");
     EXPECT_EQ(folders.windowsFolder(), "C:\\Windows");
@@ -60,19 +60,19 @@ TEST_F(DataFoldersTest, SpecialFoldersOfAStandardComputer) {
 TEST_F(DataFoldersTest, MissingSystemFoldersFallBack) {
     removeFolder("Windows/System32");
     removeFolder("Windows/Fonts");
-    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
+    state::DataFolders folders(machine.platform(), kProgramFolder, "Tallowick");
     EXPECT_EQ(folders.systemFolder(), "C:\\WINDOWS\\SYSTEM32");
     EXPECT_EQ(folders.txtFonts(), "C:\\Windows\\Fonts");
 }
 
 TEST_F(DataFoldersTest, FirstRunMakesTheDataFolderAndASecondRunMovesNothing) {
-    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
-    folders.UpdateFileLocations();
+    state::DataFolders folders(machine.platform(), kProgramFolder, "Tallowick");
+    folders.UpdateFileLocations(service);
     EXPECT_EQ(folders.dataFolder(), "C:\\ProgramData\\Tallowick\\");
     EXPECT_TRUE(folderExists("C:\\ProgramData\\Tallowick\\Service"));
 
-    state::DataFolders again(machine.platform(), service, kProgramFolder, "Tallowick");
-    again.UpdateFileLocations();
+    state::DataFolders again(machine.platform(), kProgramFolder, "Tallowick");
+    again.UpdateFileLocations(service);
     EXPECT_EQ(again.dataFolder(), "C:\\ProgramData\\Tallowick\\");
 }
 
@@ -81,8 +81,8 @@ TEST_F(DataFoldersTest, FirstRunHandsOldDataFoldersToTheService) {
     machine.placeFile("C:\\Program Files\\Tallowick\\Item Backups\\1.reg", "");
     machine.placeFile("C:\\Program Files\\Tallowick\\Full Backups", "a file, not a folder");
     service.movesAllowed = true;
-    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
-    folders.UpdateFileLocations();
+    state::DataFolders folders(machine.platform(), kProgramFolder, "Tallowick");
+    folders.UpdateFileLocations(service);
     EXPECT_EQ(service.sent,
               QStringList({"FsoCopyFolder|C:\\Program Files\\Tallowick\\Settings|"
                            "C:\\ProgramData\\Tallowick\\Settings|False\r\n"
@@ -93,26 +93,26 @@ TEST_F(DataFoldersTest, FirstRunHandsOldDataFoldersToTheService) {
 
     // Until the service has moved them, the old folders stay; the next start leaves them be.
     service.movesAllowed = false;
-    state::DataFolders again(machine.platform(), service, kProgramFolder, "Tallowick");
-    again.UpdateFileLocations();
+    state::DataFolders again(machine.platform(), kProgramFolder, "Tallowick");
+    again.UpdateFileLocations(service);
 }
 
 TEST_F(DataFoldersTest, DataFolderFallsBackToUserDataThenProgramFolder) {
     removeFolder("ProgramData");
-    state::DataFolders userData(machine.platform(), service, kProgramFolder, "Tallowick");
-    userData.UpdateFileLocations();
+    state::DataFolders userData(machine.platform(), kProgramFolder, "Tallowick");
+    userData.UpdateFileLocations(service);
     EXPECT_EQ(userData.dataFolder(), "C:\\Users\\User\\AppData\\Roaming\\Tallowick\\");
 
     removeFolder("Users");
     removeFolder("Program Files");
-    state::DataFolders none(machine.platform(), service, "C:\\Tallowick", "Tallowick");
-    none.UpdateFileLocations();
+    state::DataFolders none(machine.platform(), "C:\\Tallowick", "Tallowick");
+    none.UpdateFileLocations(service);
     EXPECT_EQ(none.dataFolder(), "C:\\Tallowick\\");
     EXPECT_FALSE(folderExists("C:\\Tallowick"));
 }
 
 TEST_F(DataFoldersTest, ReplaceVariableFoldersKeepsItsCaseRules) {
-    state::DataFolders folders(machine.platform(), service, kProgramFolder, "Tallowick");
+    state::DataFolders folders(machine.platform(), kProgramFolder, "Tallowick");
     EXPECT_EQ(folders.ReplaceVariableFolders("%APPDATA%\\x;%startmenu%;%ProgramFiles%;%DESKTOP%"),
               "C:\\Users\\User\\AppData\\Roaming\\x;"
               "C:\\ProgramData\\Microsoft\\Windows\\Start Menu;C:\\Program Files;"

@@ -1,0 +1,31 @@
+// The privileged service: carries out the commands that the program drops into its command
+// file, until the service manager stops it.
+#include <QCoreApplication>
+
+#include <cstdio>
+
+#include "platform/portable/Machine.h"
+#include "service/CommandService.h"
+#include "state/AnsiText.h"
+#include "state/ProductNames.h"
+
+int main(int argc, char* argv[]) {
+    QCoreApplication application(argc, argv);
+    using platform::portable::Machine;
+    std::string problems;
+    const auto machine = Machine::open(Machine::defaultFolder(), &problems);
+    std::fputs(problems.c_str(), stderr);
+    if (!machine) {
+        return 1;
+    }
+    auto& platform = machine->platform();
+    service::CommandService service(platform);
+    const long status = platform.serviceHost.runService(
+        state::toAnsi(platform.codePage, state::product::serviceName()),
+        [&service](const std::atomic<bool>& stopRequested) { service.run(stopRequested); });
+    if (status != platform::status::Success) {
+        std::fprintf(stderr, "Tallo-wickService: not started, status %ld\n", status);
+        return 1;
+    }
+    return 0;
+}

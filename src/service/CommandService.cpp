@@ -1,0 +1,71 @@
+#include "service/CommandService.h"
+
+#include "service/CommandFile.h"
+#include "service/CommandRunner.h"
+#include "service/ServiceLog.h"
+#include "state/AnsiText.h"
+#include "state/DataFolders.h"
+#include "state/ProductNames.h"
+#include "state/modRegistry.h"
+
+namespace service {
+
+namespace {
+
+QString serviceFolderOf(const QString& dataFolder) {
+    return dataFolder + QStringLiteral("Service");
+}
+
+}  // namespace
+
+CommandService::CommandService(platform::Platform& platform) : platform_(platform) {
+    const auto& codePage = platform.codePage;
+    scope_.programFolder = state::fromAnsi(codePage, platform.environment.programFolder());
+    bool fallback = false;
+    scope_.dataFolder =
+        state::locateDataFolder(platform, scope_.programFolder, state::product::name(), &fallback);
+    for (const char* variable : {"TEMP", "TMP"}) {
+        if (const auto folder = platform.environment.GetEnvironmentVariableA(variable)) {
+            scope_.tempFolders << state::fromAnsi(codePage, *folder);
+        }
+    }
+}
+
+void CommandService::makeFolders() {
+    for (const QString& folder : {scope_.dataFolder, serviceFolderOf(scope_.dataFolder)}) {
+        const std::string path = state::toAnsi(platform_.codePage, folder);
+        if (!platform_.files.FolderExists(path)) {
+            platform_.files.MkDir(path);
+        }
+    }
+}
+
+void CommandService::run(const std::atomic<bool>& stopRequested) {
+    state::modRegistry registry(platform_);
+    const CommandPolicy policy(scope_);
+    CommandRunner runner(platform_, registry);
+    ServiceLog log(platform_, scope_.dataFolder + state::product::serviceLog());
+    CommandFile commandFile(platform_, policy, runner, log,
+                            scope_.dataFolder + state::product::commandFile());
+    const std::string serviceFolder =
+        state::toAnsi(platform_.codePage, serviceFolderOf(scope_.dataFolder));
+
+    makeFolders();
+    log.write(QStringLiteral("started"));
+    std::unique_ptr<platform::ChangeNotification> watch;
+    while (!stopRequested) {
+        if (!watch) {
+            makeFolders();
+            watch = platform_.files.watchFolder(serviceFolder);
+        }
+        commandFile.take();
+        if (watch) {
+            watch->wait(kPollMilliseconds);
+        } else {
+            platform_.clock.Sleep(kPollMilliseconds);
+        }
+    }
+    log.write(QStringLiteral("stopped"));
+}
+
+}  // namespace service

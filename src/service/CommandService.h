@@ -1,0 +1,29 @@
+#pragma once
+#include <atomic>
+
+#include "platform/Platform.h"
+#include "service/CommandPolicy.h"
+
+namespace service {
+
+// The service's work: it watches <data folder>Service\ and takes the command file whenever it
+// appears, a file left from before its start included, until it is asked to stop.
+class CommandService {
+public:
+    // Changes in the watched folder wake the service at once; without a watch, and as a
+    // fallback, it looks this often.
+    static constexpr int kPollMilliseconds = 100;
+
+    explicit CommandService(platform::Platform& platform);
+
+    const ServiceScope& scope() const { return scope_; }
+    void run(const std::atomic<bool>& stopRequested);
+
+private:
+    void makeFolders();
+
+    platform::Platform& platform_;
+    ServiceScope scope_;
+};
+
+}  // namespace service
