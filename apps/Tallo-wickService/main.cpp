@@ -11,10 +11,7 @@
 
 int main(int argc, char* argv[]) {
     QCoreApplication application(argc, argv);
-    using platform::portable::Machine;
-    std::string problems;
-    const auto machine = Machine::open(Machine::defaultFolder(), &problems);
-    std::fputs(problems.c_str(), stderr);
+    const auto machine = platform::portable::Machine::openForProgram("Tallo-wickService");
     if (!machine) {
         return 1;
     }

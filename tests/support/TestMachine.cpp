@@ -50,6 +50,17 @@ std::string TestMachine::importReg(const std::string& regText) {
     return result.ok ? std::string() : result.message;
 }
 
+void TestMachine::mapProgram(const std::string& windowsProgram, const std::string& hostProgram) {
+    auto facts = machine_->facts();
+    facts.programs[windowsProgram] = hostProgram;
+    machine_.reset();
+    std::string problems;
+    if (!facts.write(folder_ / "machine.ini") ||
+        !(machine_ = platform::portable::Machine::open(folder_, &problems))) {
+        throw std::runtime_error("machine not opened again: " + problems);
+    }
+}
+
 std::string readTestData(const std::string& name) {
     QFile file(QString::fromStdString(std::string(TALLOWICK_TEST_DATA) + "/" + name));
     if (!file.open(QIODevice::ReadOnly)) {

@@ -29,6 +29,10 @@ public:
     void placeTestData(const std::string& winPath, const std::string& dataName);
     // Imports .reg text (UTF-8) as regedit would; the message when it was refused.
     std::string importReg(const std::string& regText);
+    // Lets a host program stand for a Windows executable (machine.ini's [Programs]) and opens
+    // the machine again, as a process started afterwards would see it. References taken from
+    // platform() before the call are stale after it.
+    void mapProgram(const std::string& windowsProgram, const std::string& hostProgram);
 
 private:
     QTemporaryDir dir_;

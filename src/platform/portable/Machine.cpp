@@ -2,7 +2,9 @@
 
 #include <QString>
 
+#include <cstdio>
 #include <cstdlib>
+#include <sstream>
 #include <system_error>
 
 #include "platform/portable/ConsoleMessageBox.h"
@@ -125,6 +127,16 @@ std::unique_ptr<Machine> Machine::open(const fs::path& folder, std::string* prob
                      " is not known here, using 1252\n";
     }
     return std::unique_ptr<Machine>(new Machine(folder, std::move(facts)));
+}
+
+std::unique_ptr<Machine> Machine::openForProgram(const char* programName) {
+    std::string problems;
+    auto machine = open(defaultFolder(), &problems);
+    std::istringstream lines(problems);
+    for (std::string line; std::getline(lines, line);) {
+        std::fprintf(stderr, "%s: %s\n", programName, line.c_str());
+    }
+    return machine;
 }
 
 std::unique_ptr<Machine> Machine::create(const fs::path& folder, const MachineFacts& facts,

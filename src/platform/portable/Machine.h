@@ -33,6 +33,9 @@ public:
     // the defaults are used; nothing when the folder is not a machine.
     static std::unique_ptr<Machine> open(const std::filesystem::path& folder,
                                          std::string* problems);
+    // The machine of defaultFolder() for a program: problems go to standard error behind the
+    // program's name; nothing when there is no machine.
+    static std::unique_ptr<Machine> openForProgram(const char* programName);
     // Lays out a fresh machine: machine.ini, the standard folders of drive C and the
     // registry's base keys. Refuses a folder that already holds a machine.
     static std::unique_ptr<Machine> create(const std::filesystem::path& folder,

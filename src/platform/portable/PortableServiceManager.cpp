@@ -169,13 +169,21 @@ long PortableServiceManager::EnumServicesStatusA(ScHandle manager, std::uint32_t
     return status::Success;
 }
 
-long PortableServiceManager::startService(ScHandle manager, const std::string& serviceName) {
-    if (handles_.count(manager) == 0) {
-        return status::InvalidHandle;
+std::optional<PortableServiceManager::Installed> PortableServiceManager::control(
+    ScHandle manager, const std::string& serviceName, long* status) const {
+    *status = handles_.count(manager) == 0 ? status::InvalidHandle : status::Success;
+    const auto service = *status == status::Success ? find(serviceName) : std::nullopt;
+    if (*status == status::Success && !service) {
+        *status = servicestatus::DoesNotExist;
     }
-    const auto service = find(serviceName);
+    return service;
+}
+
+long PortableServiceManager::startService(ScHandle manager, const std::string& serviceName) {
+    long status = status::Success;
+    const auto service = control(manager, serviceName, &status);
     if (!service) {
-        return servicestatus::DoesNotExist;
+        return status;
     }
     if (running(service->name)) {
         return servicestatus::AlreadyRunning;
@@ -202,12 +210,10 @@ long PortableServiceManager::startService(ScHandle manager, const std::string& s
 }
 
 long PortableServiceManager::stopService(ScHandle manager, const std::string& serviceName) {
-    if (handles_.count(manager) == 0) {
-        return status::InvalidHandle;
-    }
-    const auto service = find(serviceName);
+    long status = status::Success;
+    const auto service = control(manager, serviceName, &status);
     if (!service) {
-        return servicestatus::DoesNotExist;
+        return status;
     }
     const auto lockFile = ServiceLock::file(machineFolder_, service->name);
     const auto deadline = std::chrono::steady_clock::now() + kControlTimeout;

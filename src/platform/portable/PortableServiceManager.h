@@ -38,6 +38,9 @@ private:
     };
     std::vector<Installed> installed() const;
     std::optional<Installed> find(const std::string& serviceName) const;
+    // The service a start or stop is for; nothing with the status when there is none.
+    std::optional<Installed> control(ScHandle manager, const std::string& serviceName,
+                                     long* status) const;
     bool running(const std::string& serviceName) const;
     std::string readString(RegHandle key, const std::string& name) const;
     std::uint32_t readDword(RegHandle key, const std::string& name, std::uint32_t fallback) const;

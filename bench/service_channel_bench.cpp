@@ -1,0 +1,124 @@
+// The command channel with the real service: the round trip of one send, and what the client's
+// wait costs the processor while the service is busy elsewhere.
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
+#include <thread>
+
+#include "platform/portable/Machine.h"
+#include "service/ServiceControl.h"
+#include "state/AnsiText.h"
+#include "state/ProductNames.h"
+#include "state/modServiceCom.h"
+
+namespace {
+
+using platform::portable::Machine;
+using state::product::key;
+
+const QString kCommandFile = "C:\\ProgramData\\Tallowick\\Service\\SentData.dat";
+
+class NoRecovery final : public state::ServiceGate {
+public:
+    void ServiceRecovery(bool) override {}
+};
+
+// A machine with the service installed and running, and a client of it.
+struct Channel {
+    Channel() {
+        platform::portable::MachineFacts facts;
+        facts.programs["C:\\Program Files\\Tallowick\\Tallo-wickService.exe"] = SERVICE_PROGRAM;
+        std::string problems;
+        machine = Machine::create(dir.path().toStdString() + "/machine", facts, &problems);
+        auto& platform = machine->platform();
+        registry = std::make_unique<state::modRegistry>(platform);
+        registry->CreateKey(state::product::servicesKey());
+        registry->SetStringValue(state::product::servicesKey(), "DisplayName",
+                                 state::product::serviceName());
+        registry->SetStringValue(state::product::servicesKey(), "ImagePath",
+                                 "C:\\Program Files\\Tallowick\\Tallo-wickService.exe");
+        registry->CreateKey(key());
+        folders = std::make_unique<state::DataFolders>(platform, "C:\\Program Files\\Tallowick",
+                                                       "Tallowick");
+        client = std::make_unique<state::modServiceCom>(platform, *registry, *folders, gate);
+        folders->UpdateFileLocations(*client);
+        service::startProductService(platform);
+    }
+    ~Channel() { service::stopProductService(machine->platform()); }
+
+    QTemporaryDir dir;
+    std::unique_ptr<Machine> machine;
+    std::unique_ptr<state::modRegistry> registry;
+    std::unique_ptr<state::DataFolders> folders;
+    NoRecovery gate;
+    std::unique_ptr<state::modServiceCom> client;
+};
+
+double threadCpuSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return double(now.tv_sec) + double(now.tv_nsec) / 1e9;
+}
+
+// One set of one value, from the write of the file to the read back.
+void BM_SendRoundTrip(benchmark::State& state) {
+    Channel channel;
+    std::vector<double> milliseconds;
+    int i = 0;
+    for (auto _ : state) {
+        const auto start = std::chrono::steady_clock::now();
+        channel.client->SendToService("RegSetString|" + key() + "|Bench|" + QString::number(++i));
+        benchmark::DoNotOptimize(channel.registry->GetStringValue(key(), "Bench"));
+        milliseconds.push_back(
+            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+                .count());
+    }
+    std::sort(milliseconds.begin(), milliseconds.end());
+    state.counters["median_ms"] = milliseconds[milliseconds.size() / 2];
+    state.counters["p95_ms"] = milliseconds[milliseconds.size() * 95 / 100];
+}
+BENCHMARK(BM_SendRoundTrip)->Iterations(300)->Unit(benchmark::kMillisecond);
+
+// A command file that nobody takes for one second: the client waits for it, then sends. The
+// service is stopped and an installer is at work, so the send skips the check and waits; a
+// second process's view of the machine starts the service after the second.
+void BM_WaitCpu(benchmark::State& state) {
+    Channel channel;
+    auto& platform = channel.machine->platform();
+    channel.registry->SetStringValue(key(), "Install", "1");
+    for (auto _ : state) {
+        service::stopProductService(platform);
+        channel.client->WriteServiceFile(kCommandFile, "RegSetString|" + key() + "|Held|1");
+        std::thread starter([&channel] {
+            std::this_thread::sleep_for(std::chrono::seconds(1));
+            std::string problems;
+            const auto other = Machine::open(channel.machine->folder(), &problems);
+            service::startProductService(other->platform());
+        });
+        const auto wallStart = std::chrono::steady_clock::now();
+        const double cpuStart = threadCpuSeconds();
+        channel.client->SendToService("RegSetString|" + key() + "|After|1");
+        const double cpu = threadCpuSeconds() - cpuStart;
+        const double wall =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - wallStart).count();
+        starter.join();
+        state.counters["wait_s"] = wall;
+        state.counters["client_cpu_percent"] = 100.0 * cpu / wall;
+    }
+}
+BENCHMARK(BM_WaitCpu)->Iterations(3)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

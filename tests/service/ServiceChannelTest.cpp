@@ -1,0 +1,215 @@
+// The channel end to end: the client in this process, the real service and starter as
+// processes of a machine in a temporary folder.
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTimer>
+
+#include <csignal>
+#include <memory>
+
+#include "platform/portable/ServiceLock.h"
+#include "service/ServiceControl.h"
+#include "state/AnsiText.h"
+#include "state/ProductNames.h"
+#include "state/modServiceCom.h"
+#include "support/TestMachine.h"
+
+namespace {
+
+using state::product::key;
+
+const QString kRun = state::product::runKey();
+const QString kDataFolder = "C:\\ProgramData\\Tallowick\\";
+
+// Records each call; what it does then is up to the test, as the start-up forms would start
+// the service or end the process.
+class RecordingGate final : public state::ServiceGate {
+public:
+    void ServiceRecovery(bool found) override {
+        calls.push_back(found);
+        if (onRecovery) {
+            onRecovery();
+        }
+    }
+    std::vector<bool> calls;
+    std::function<void()> onRecovery;
+};
+
+// A machine with the service installed and its programs mapped, before anything holds a
+// reference into it.
+struct ServiceMachine : testing_support::TestMachine {
+    ServiceMachine() {
+        mapProgram("C:\\Program Files\\Tallowick\\Tallo-wickService.exe", SERVICE_PROGRAM);
+        mapProgram("C:\\Program Files\\Tallowick\\Starter.exe", STARTER_PROGRAM);
+        importReg(
+            "Windows Registry Editor Version 5.00\r\n\r\n"
+            "[HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\Tallowick Service]\r\n"
+            "\"DisplayName\"=\"Tallowick Service\"\r\n"
+            "\"ImagePath\"=\"\\\"C:\\\\Program "
+            "Files\\\\Tallowick\\\\Tallo-wickService.exe\\\"\"\r\n");
+    }
+};
+
+class ServiceChannelTest : public ::testing::Test {
+protected:
+    ServiceChannelTest() { folders.UpdateFileLocations(channel); }
+    ~ServiceChannelTest() override { service::stopProductService(platform); }
+
+    // Runs Starter.exe as the service handler form would; true when it started the service.
+    bool runStarter() {
+        QProcess starter;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("TALLOWICK_MACHINE", QString::fromStdString(machine.folder().string()));
+        starter.setProcessEnvironment(environment);
+        starter.start(STARTER_PROGRAM, {});
+        return starter.waitForFinished(30000) && starter.exitCode() == 0;
+    }
+    bool commandFileExists() {
+        return platform.files.FileExists(
+            state::toAnsi(platform.codePage, kDataFolder + state::product::commandFile()));
+    }
+    QStringList serviceLog() {
+        const auto text = platform.files.readFile(
+            state::toAnsi(platform.codePage, kDataFolder + state::product::serviceLog()));
+        return QString::fromStdString(text.value_or("")).split("\r\n", Qt::SkipEmptyParts);
+    }
+    QString value(const QString& keyPath, const QString& name) {
+        return registry.GetStringValue(keyPath, name);
+    }
+
+    ServiceMachine machine;
+    platform::Platform& platform = machine.platform();
+    state::modRegistry registry{platform};
+    state::DataFolders folders{platform, "C:\\Program Files\\Tallowick", "Tallowick"};
+    RecordingGate gate;
+    state::modServiceCom channel{platform, registry, folders, gate};
+};
+
+// What SaveLanguage relies on: when the send returns, the value reads back. A delete and a set
+// of one value travel as one text, delete first.
+TEST_F(ServiceChannelTest, ASendIsTakenBeforeItReturns) {
+    ASSERT_TRUE(runStarter());
+    channel.SendToService("RegCreateKey|" + key() + "\r\nRegSetString|" + key() + "|Language|de");
+    EXPECT_EQ(value(key(), "Language"), "de");
+    channel.SendToService("RegDeleteVal|" + key() + "|Language\r\nRegSetString|" + key() +
+                          "|Language|fr");
+    EXPECT_EQ(value(key(), "Language"), "fr");
+    EXPECT_FALSE(commandFileExists());
+    EXPECT_TRUE(gate.calls.empty());
+
+    ASSERT_EQ(service::stopProductService(platform), platform::status::Success);
+    EXPECT_EQ(serviceLog().value(0).section(' ', 2), "started");
+    EXPECT_EQ(serviceLog().constLast().section(' ', 2), "stopped");
+}
+
+// A timer that sends during the wait of another send goes second: its own first wait holds
+// until the service has taken the outer text.
+TEST_F(ServiceChannelTest, ANestedSendKeepsTheOrder) {
+    ASSERT_TRUE(runStarter());
+    channel.SendToService("RegCreateKey|" + key());
+    bool innerDone = false;
+    QTimer::singleShot(0, [&] {
+        channel.SendToService("RegSetString|" + key() + "|Order|inner");
+        innerDone = true;
+    });
+    channel.SendToService("RegSetString|" + key() + "|Order|outer\r\nRegSetString|" + key() +
+                          "|OuterOnly|1");
+    EXPECT_TRUE(innerDone);
+    EXPECT_EQ(value(key(), "Order"), "inner");
+    EXPECT_EQ(value(key(), "OuterOnly"), "1");
+}
+
+// A service killed outright leaves its command file behind; the next send finds the service
+// stopped, the recovery has Starter start it, and the new service takes the leftover first.
+TEST_F(ServiceChannelTest, AKilledServiceIsStartedAgainAndTakesTheLeftover) {
+    ASSERT_TRUE(runStarter());
+    channel.SendToService("RegCreateKey|" + key());
+    const auto lock = platform::portable::ServiceLock::file(machine.folder(), "Tallowick Service");
+    const auto pid = platform::portable::ServiceLock::holder(lock);
+    ASSERT_TRUE(pid);
+    ASSERT_EQ(::kill(*pid, SIGKILL), 0);
+    for (int i = 0; i < 500 && platform::portable::ServiceLock::held(lock); ++i) {
+        platform.clock.Sleep(10);
+    }
+    ASSERT_EQ(service::productServiceState(platform), service::ServiceState::Stopped);
+
+    channel.WriteServiceFile(
+        kDataFolder + state::product::commandFile(),
+        "RegSetString|" + key() + "|Step|leftover\r\nRegSetString|" + key() + "|Leftover|1");
+    gate.onRecovery = [this] { ASSERT_TRUE(runStarter()); };
+    channel.SendToService("RegSetString|" + key() + "|Step|new");
+    EXPECT_EQ(gate.calls, std::vector<bool>{true});
+    EXPECT_EQ(value(key(), "Leftover"), "1");
+    EXPECT_EQ(value(key(), "Step"), "new");
+}
+
+// The service takes nothing outside what the product needs; each refusal is one line of its
+// log and the rest of the text is still carried out. A file too large is refused whole.
+TEST_F(ServiceChannelTest, RefusalsAreLoggedAndChangeNothing) {
+    ASSERT_TRUE(runStarter());
+    machine.placeFile("C:\\Windows\\win.ini", "[fonts]\r\n");
+    machine.placeFile("C:\\ProgramData\\Tallowick\\Settings\\Old.txt", "x");
+    const QStringList refused = {
+        "RegSetString|HKEY_LOCAL_MACHINE\\Software\\Other|a|b",
+        "RegSetString|" + kRun + "|Intruder|C:\\intruder.exe",
+        "RegCreateKey|HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\Intruder",
+        "Kill|C:\\Windows\\win.ini",
+        "Kill|C:\\ProgramData\\Tallowick\\..\\..\\Windows\\win.ini",
+        "FsoDeleteFolder|C:\\Windows|True",
+        "FsoCopyFolder|C:\\Windows|C:\\ProgramData\\Tallowick\\Windows|False",
+        "Format|C:",
+        "RegSetString|" + key() + "|Only two fields",
+    };
+    channel.SendToService(refused.join("\r\n") + "\r\nRegCreateKey|" + key() + "\r\nRegSetString|" +
+                          key() + "|Good|1" +
+                          "\r\nKill|C:\\ProgramData\\Tallowick\\Settings\\Old.txt");
+    EXPECT_EQ(value("HKEY_LOCAL_MACHINE\\Software\\Other", "a"), "Error");
+    EXPECT_EQ(value(kRun, "Intruder"), "Error");
+    EXPECT_EQ(value("HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\Intruder", ""),
+              "Error");
+    EXPECT_TRUE(platform.files.FileExists("C:\\Windows\\win.ini"));
+    EXPECT_TRUE(platform.files.FolderExists("C:\\Windows"));
+    EXPECT_FALSE(platform.files.FolderExists("C:\\ProgramData\\Tallowick\\Windows"));
+    EXPECT_FALSE(platform.files.FileExists("C:\\ProgramData\\Tallowick\\Settings\\Old.txt"));
+    EXPECT_EQ(value(key(), "Good"), "1");
+
+    const QStringList log = serviceLog().filter(" refused: ");
+    ASSERT_EQ(log.size(), refused.size());
+    for (qsizetype i = 0; i < refused.size(); ++i) {
+        EXPECT_TRUE(log[i].endsWith(": " + refused[i])) << log[i].toStdString();
+    }
+
+    const std::string large =
+        "RegSetString|" + key().toStdString() + "|Large|" + std::string(70 * 1024, 'x');
+    ASSERT_TRUE(platform.files.writeFile(
+        state::toAnsi(platform.codePage, kDataFolder + state::product::commandFile()), large));
+    channel.SendToService("RegSetString|" + key() + "|After|1");
+    EXPECT_EQ(value(key(), "Large"), "Error");
+    EXPECT_EQ(value(key(), "After"), "1");
+    EXPECT_TRUE(serviceLog().filter("refused: command file of ").size() == 1);
+}
+
+// While an installer works, a send does not ask for the service: it writes and waits, here
+// until a timer starts the service. Without Install, a stopped service goes to the recovery;
+// a recovery that gives up leaves the service-gone flag, and later sends do nothing.
+TEST_F(ServiceChannelTest, InstallSkipsTheCheckAndAGoneServiceTakesNothing) {
+    registry.CreateKey(key());
+    registry.SetStringValue(key(), "Install", "1");
+    QTimer::singleShot(20, [this] { EXPECT_TRUE(runStarter()); });
+    channel.SendToService("RegSetString|" + key() + "|During|install");
+    EXPECT_TRUE(gate.calls.empty());
+    EXPECT_EQ(value(key(), "During"), "install");
+
+    channel.SendToService("RegDeleteVal|" + key() + "|Install");
+    ASSERT_EQ(service::stopProductService(platform), platform::status::Success);
+    gate.onRecovery = [this] { channel.setServiceGone(true); };
+    channel.SendToService("RegSetString|" + key() + "|After|1");
+    channel.SendToService("RegSetString|" + key() + "|After|2");
+    EXPECT_EQ(gate.calls, std::vector<bool>{true});
+    EXPECT_FALSE(commandFileExists());
+    EXPECT_EQ(value(key(), "After"), "Error");
+}
+
+}  // namespace
