@@ -212,4 +212,21 @@ TEST_F(ServiceChannelTest, InstallSkipsTheCheckAndAGoneServiceTakesNothing) {
     EXPECT_EQ(value(key(), "After"), "Error");
 }
 
+// The program knows its service only when both the name and the display name are
+// "Tallowick Service"; one that runs under another display name counts as not installed.
+TEST_F(ServiceChannelTest, TheServiceIsKnownByBothItsNames) {
+    bool found = false;
+    EXPECT_FALSE(channel.EnumSystemServices(platform::serviceenum::All, found));
+    EXPECT_TRUE(found);
+    ASSERT_TRUE(runStarter());
+    found = false;
+    EXPECT_TRUE(channel.EnumSystemServices(platform::serviceenum::All, found));
+    EXPECT_TRUE(found);
+
+    registry.SetStringValue(state::product::servicesKey(), "DisplayName", "Tallowick");
+    found = false;
+    EXPECT_FALSE(channel.EnumSystemServices(platform::serviceenum::All, found));
+    EXPECT_FALSE(found);
+}
+
 }  // namespace
