@@ -31,15 +31,6 @@ CommandService::CommandService(platform::Platform& platform) : platform_(platfor
     }
 }
 
-void CommandService::makeFolders() {
-    for (const QString& folder : {scope_.dataFolder, serviceFolderOf(scope_.dataFolder)}) {
-        const std::string path = state::toAnsi(platform_.codePage, folder);
-        if (!platform_.files.FolderExists(path)) {
-            platform_.files.MkDir(path);
-        }
-    }
-}
-
 void CommandService::run(const std::atomic<bool>& stopRequested) {
     state::modRegistry registry(platform_);
     const CommandPolicy policy(scope_);
@@ -50,12 +41,10 @@ void CommandService::run(const std::atomic<bool>& stopRequested) {
     const std::string serviceFolder =
         state::toAnsi(platform_.codePage, serviceFolderOf(scope_.dataFolder));
 
-    makeFolders();
     log.write(QStringLiteral("started"));
     std::unique_ptr<platform::ChangeNotification> watch;
     while (!stopRequested) {
         if (!watch) {
-            makeFolders();
             watch = platform_.files.watchFolder(serviceFolder);
         }
         commandFile.take();

@@ -7,7 +7,8 @@
 namespace service {
 
 // The service's work: it watches <data folder>Service\ and takes the command file whenever it
-// appears, a file left from before its start included, until it is asked to stop.
+// appears, a file left from before its start included, until it is asked to stop. It never
+// makes the data folder: the program's first run knows itself by that folder's absence.
 class CommandService {
 public:
     // Changes in the watched folder wake the service at once; without a watch, and as a
@@ -20,8 +21,6 @@ public:
     void run(const std::atomic<bool>& stopRequested);
 
 private:
-    void makeFolders();
-
     platform::Platform& platform_;
     ServiceScope scope_;
 };

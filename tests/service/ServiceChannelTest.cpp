@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include <csignal>
+#include <filesystem>
 #include <memory>
 
 #include "platform/portable/ServiceLock.h"
@@ -210,6 +211,25 @@ TEST_F(ServiceChannelTest, InstallSkipsTheCheckAndAGoneServiceTakesNothing) {
     EXPECT_EQ(gate.calls, std::vector<bool>{true});
     EXPECT_FALSE(commandFileExists());
     EXPECT_EQ(value(key(), "After"), "Error");
+}
+
+// The first run of this layout finds no data folder and has the service move the data folders
+// of older versions out of the program folder; the service, started before, waits for the
+// folder to appear instead of making it.
+TEST_F(ServiceChannelTest, TheFirstRunMovesOlderDataThroughTheService) {
+    std::filesystem::remove_all(machine.folder() / "drive_c" / "ProgramData" / "Tallowick");
+    machine.placeFile("C:\\Program Files\\Tallowick\\Settings\\Tallowick.ini", "[General]\r\n");
+    machine.placeFile("C:\\Program Files\\Tallowick\\Item Backups\\a\\b.reg", "x");
+    ASSERT_TRUE(runStarter());
+    EXPECT_FALSE(platform.files.FolderExists("C:\\ProgramData\\Tallowick"));
+
+    state::DataFolders firstRun(platform, "C:\\Program Files\\Tallowick", "Tallowick");
+    firstRun.UpdateFileLocations(channel);
+    EXPECT_TRUE(platform.files.FileExists("C:\\ProgramData\\Tallowick\\Settings\\Tallowick.ini"));
+    EXPECT_TRUE(platform.files.FileExists("C:\\ProgramData\\Tallowick\\Item Backups\\a\\b.reg"));
+    EXPECT_FALSE(platform.files.FolderExists("C:\\Program Files\\Tallowick\\Settings"));
+    EXPECT_FALSE(platform.files.FolderExists("C:\\Program Files\\Tallowick\\Item Backups"));
+    EXPECT_TRUE(serviceLog().filter("refused").isEmpty());
 }
 
 // The program knows its service only when both the name and the display name are
