@@ -57,6 +57,14 @@ QString qPath(const fs::path& path) {
     return QString::fromStdString(path.string());
 }
 
+// The read-only mark is checked here rather than left to the host, which lets root write
+// anything.
+bool readOnly(const fs::path& entry) {
+    std::error_code error;
+    const auto status = fs::symlink_status(entry, error);
+    return !error && (status.permissions() & fs::perms::owner_write) == fs::perms::none;
+}
+
 }  // namespace
 
 std::uint32_t PortableFileSystem::GetDriveTypeA(const std::string& root) {
@@ -148,7 +156,7 @@ std::optional<std::string> PortableFileSystem::readFile(const std::string& path)
 
 bool PortableFileSystem::writeFile(const std::string& path, const std::string& bytes) {
     const auto host = paths_.target(path);
-    if (!host) {
+    if (!host || readOnly(*host)) {
         return false;
     }
     QSaveFile file(qPath(*host));
@@ -161,7 +169,7 @@ bool PortableFileSystem::writeFile(const std::string& path, const std::string& b
 
 bool PortableFileSystem::appendFile(const std::string& path, const std::string& bytes) {
     const auto host = paths_.target(path);
-    if (!host) {
+    if (!host || readOnly(*host)) {
         return false;
     }
     QFile file(qPath(*host));
@@ -173,10 +181,21 @@ bool PortableFileSystem::appendFile(const std::string& path, const std::string& 
 
 namespace {
 
-bool readOnly(const fs::path& entry) {
+// The entry of a folder that has a name, found without regard to case as Windows finds it;
+// the name as given when there is none.
+fs::path entryIn(const fs::path& folder, const fs::path& name) {
     std::error_code error;
-    const auto status = fs::symlink_status(entry, error);
-    return !error && (status.permissions() & fs::perms::owner_write) == fs::perms::none;
+    const fs::path exact = folder / name;
+    if (fs::exists(fs::symlink_status(exact, error))) {
+        return exact;
+    }
+    const QString wanted = qPath(name);
+    for (const auto& entry : fs::directory_iterator(folder, error)) {
+        if (qPath(entry.path().filename()).compare(wanted, Qt::CaseInsensitive) == 0) {
+            return entry.path();
+        }
+    }
+    return exact;
 }
 
 bool copyInto(const fs::path& source, const fs::path& destination, bool overwrite) {
@@ -189,7 +208,7 @@ bool copyInto(const fs::path& source, const fs::path& destination, bool overwrit
         return false;
     }
     for (const auto& entry : fs::directory_iterator(source, error)) {
-        const fs::path target = destination / entry.path().filename();
+        const fs::path target = entryIn(destination, entry.path().filename());
         if (entry.is_directory(error)) {
             if (!copyInto(entry.path(), target, overwrite)) {
                 return false;
@@ -282,12 +301,26 @@ bool PortableFileSystem::DeleteFolder(const std::string& folder, bool force) {
     if (!host || !fs::is_directory(*host, error)) {
         return false;
     }
-    if (!force) {
-        for (const auto& entry : fs::recursive_directory_iterator(*host, error)) {
-            if (readOnly(entry.path())) {
-                return false;
-            }
+    if (!force && readOnly(*host)) {
+        return false;
+    }
+    // The host can't empty a folder without write permission, so force takes the mark off
+    // each folder before going into it.
+    if (force) {
+        fs::permissions(*host, fs::perms::owner_all, fs::perm_options::add, error);
+    }
+    fs::recursive_directory_iterator entry(*host, error);
+    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+        if (!force && readOnly(entry->path())) {
+            return false;
         }
+        std::error_code kind;
+        if (force && entry->is_directory(kind) && !entry->is_symlink(kind)) {
+            fs::permissions(entry->path(), fs::perms::owner_all, fs::perm_options::add, error);
+        }
+    }
+    if (error) {
+        return false;
     }
     fs::remove_all(*host, error);
     return !error;

@@ -217,16 +217,16 @@ long PortableServiceManager::stopService(ScHandle manager, const std::string& se
     }
     const auto lockFile = ServiceLock::file(machineFolder_, service->name);
     const auto deadline = std::chrono::steady_clock::now() + kControlTimeout;
-    bool asked = false;
+    // The holder writes its id just after taking the lock, so the file may still name the
+    // one before it: each new id is asked again.
+    std::optional<pid_t> asked;
     while (std::chrono::steady_clock::now() < deadline) {
         if (!ServiceLock::held(lockFile)) {
             return asked ? status::Success : servicestatus::NotActive;
         }
-        if (!asked) {
-            // The holder writes its id just after taking the lock.
-            if (const auto pid = ServiceLock::holder(lockFile)) {
-                asked = ::kill(*pid, SIGTERM) == 0;
-            }
+        const auto pid = ServiceLock::holder(lockFile);
+        if (pid && pid != asked && ::kill(*pid, SIGTERM) == 0) {
+            asked = pid;
         }
         std::this_thread::sleep_for(kPollInterval);
     }

@@ -1,0 +1,258 @@
+// The service manager of the portable machine with real service processes: test_service
+// stands for the service's program, /bin/true for one that ends without running.
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QProcessEnvironment>
+
+#include <signal.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <thread>
+
+#include "platform/portable/ServiceLock.h"
+#include "support/TestMachine.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::EnumServiceStatus;
+using platform::kEnumServiceStatusSize;
+using platform::ScHandle;
+using platform::portable::ServiceLock;
+namespace servicestate = platform::servicestate;
+namespace servicestatus = platform::servicestatus;
+namespace serviceenum = platform::serviceenum;
+namespace status = platform::status;
+
+const std::string kService = "Test Service";
+const std::string kDisplay = "Dienst f\xfcr Tests";  // ANSI: one byte for the u-umlaut
+const std::string kProgram = "C:\\Program Files\\Test Vendor\\TestSvc.exe";
+const std::string kQuick = "Quick Exit";
+const std::string kQuickProgram = "C:\\Program Files\\Other\\quick.exe";
+const std::string kUnmapped = "Unmapped";
+
+std::string slurp(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+// Polls until the condition holds or a few seconds have passed.
+template <typename Condition>
+bool eventually(Condition condition) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return true;
+}
+
+class ServiceManagerTest : public ::testing::Test {
+protected:
+    ServiceManagerTest() {
+        machine.mapProgram(kProgram, TEST_SERVICE);
+        machine.mapProgram(kQuickProgram, "/bin/true");
+        install(kService, kDisplay, platform::regtype::ExpandSz, "\"" + kProgram + "\"");
+        install(kQuick, kQuick, platform::regtype::Sz, kQuickProgram + " /run --now");
+        install(kUnmapped, "Not mapped", platform::regtype::Sz,
+                "\"C:\\Program Files\\Other\\none.exe\" -k group");
+        EXPECT_EQ(services().OpenSCManagerA(platform::scmaccess::EnumerateService, &manager),
+                  status::Success);
+    }
+    // Whatever a failed test left running ends with it.
+    ~ServiceManagerTest() override {
+        if (const auto pid = ServiceLock::holder(lockFile())) {
+            ::kill(*pid, SIGKILL);
+            ::waitpid(*pid, nullptr, 0);
+        }
+        services().CloseServiceHandle(manager);
+    }
+
+    platform::ServiceManager& services() { return machine.platform().services; }
+    fs::path lockFile() const { return ServiceLock::file(machine.folder(), kService); }
+    fs::path marker() const { return machine.folder() / "run" / (kService + ".stopped"); }
+
+    void install(const std::string& name, const std::string& display, std::uint32_t imageType,
+                 const std::string& imagePath) {
+        auto& registry = machine.platform().registry;
+        platform::RegHandle key = 0;
+        ASSERT_EQ(registry.RegCreateKeyA(platform::hkey::LocalMachine,
+                                         "SYSTEM\\CurrentControlSet\\Services\\" + name, &key),
+                  status::Success);
+        const auto setString = [&](const std::string& value, std::uint32_t type,
+                                   const std::string& data) {
+            return registry.RegSetValueExA(key, value, type,
+                                           reinterpret_cast<const std::uint8_t*>(data.c_str()),
+                                           std::uint32_t(data.size() + 1));
+        };
+        const std::uint32_t type = platform::servicetype::OwnProcess;
+        EXPECT_EQ(setString("DisplayName", platform::regtype::Sz, display), status::Success);
+        EXPECT_EQ(setString("ImagePath", imageType, imagePath), status::Success);
+        EXPECT_EQ(
+            registry.RegSetValueExA(key, "Type", platform::regtype::Dword,
+                                    reinterpret_cast<const std::uint8_t*>(&type), sizeof type),
+            status::Success);
+        registry.RegCloseKey(key);
+    }
+
+    // The services in the states asked for, with room for all of them.
+    std::vector<EnumServiceStatus> list(std::uint32_t states) {
+        std::vector<EnumServiceStatus> listed;
+        std::uint32_t needed = 0;
+        const long result = services().EnumServicesStatusA(manager, platform::servicetype::Win32,
+                                                           states, 1 << 16, &listed, &needed);
+        EXPECT_EQ(result, status::Success);
+        return listed;
+    }
+    std::uint32_t state(const std::string& name) {
+        for (const auto& service : list(serviceenum::All)) {
+            if (service.serviceName == name) {
+                return service.currentState;
+            }
+        }
+        return 0;
+    }
+    static std::vector<std::string> names(const std::vector<EnumServiceStatus>& listed) {
+        std::vector<std::string> result;
+        for (const auto& service : listed) {
+            result.push_back(service.serviceName);
+        }
+        return result;
+    }
+
+    // A second process of the service's program, as a user would start it by hand.
+    int runSecondProcess() {
+        QProcess process;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("TALLOWICK_MACHINE", QString::fromStdString(machine.folder().string()));
+        process.setProcessEnvironment(environment);
+        process.start(TEST_SERVICE, {QString::fromStdString(kService)});
+        if (!process.waitForFinished(5000)) {
+            process.kill();
+            process.waitForFinished(1000);
+            return -1;
+        }
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+
+    testing_support::TestMachine machine;
+    ScHandle manager = 0;
+};
+
+// Each record needs its fixed part and both names with their terminators, counted in ANSI
+// bytes; a buffer that is short by one byte gets nothing but the size.
+TEST_F(ServiceManagerTest, EnumerationTellsTheRoomItNeeds) {
+    std::vector<EnumServiceStatus> listed;
+    std::uint32_t needed = 0;
+    EXPECT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::Win32,
+                                             serviceenum::All, 0, &listed, &needed),
+              status::MoreData);
+    const std::uint32_t expected =
+        3 * kEnumServiceStatusSize + std::uint32_t(kService.size() + 1 + kDisplay.size() + 1) +
+        std::uint32_t(kQuick.size() + 1 + kQuick.size() + 1) +
+        std::uint32_t(kUnmapped.size() + 1 + std::string("Not mapped").size() + 1);
+    EXPECT_EQ(needed, expected);
+    EXPECT_TRUE(listed.empty());
+    EXPECT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::Win32,
+                                             serviceenum::All, expected - 1, &listed, &needed),
+              status::MoreData);
+    EXPECT_TRUE(listed.empty());
+
+    // What the program offers: whole records, one more than the bytes need.
+    const std::uint32_t offered = (needed / kEnumServiceStatusSize + 1) * kEnumServiceStatusSize;
+    ASSERT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::Win32,
+                                             serviceenum::All, offered, &listed, &needed),
+              status::Success);
+    ASSERT_EQ(listed.size(), 3u);
+    const auto test = std::find_if(listed.begin(), listed.end(), [](const auto& service) {
+        return service.serviceName == kService;
+    });
+    ASSERT_NE(test, listed.end());
+    EXPECT_EQ(test->displayName, kDisplay);
+    EXPECT_EQ(test->serviceType, platform::servicetype::OwnProcess);
+    EXPECT_EQ(test->currentState, servicestate::Stopped);
+
+    EXPECT_TRUE(list(serviceenum::Active).empty());
+    EXPECT_EQ(list(serviceenum::Inactive).size(), 3u);
+    EXPECT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::ShareProcess,
+                                             serviceenum::All, 0, &listed, &needed),
+              status::Success);
+    EXPECT_TRUE(listed.empty());
+
+    ASSERT_EQ(services().CloseServiceHandle(manager), status::Success);
+    EXPECT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::Win32,
+                                             serviceenum::All, offered, &listed, &needed),
+              status::InvalidHandle);
+    EXPECT_EQ(services().OpenSCManagerA(platform::scmaccess::Connect, &manager), status::Success);
+}
+
+// The service runs in a process of its own until it is asked to stop; it ends its work before
+// the stop returns.
+TEST_F(ServiceManagerTest, StartRunsTheMappedProgramAndStopEndsItCleanly) {
+    ASSERT_EQ(services().startService(manager, "TEST SERVICE"), status::Success);
+    EXPECT_EQ(state(kService), servicestate::Running);
+    EXPECT_EQ(names(list(serviceenum::Active)), std::vector<std::string>{kService});
+    EXPECT_EQ(list(serviceenum::Inactive).size(), 2u);
+
+    const std::string launched = slurp(machine.folder() / "run" / "launched.log");
+    EXPECT_EQ(std::count(launched.begin(), launched.end(), '\n'), 1) << launched;
+    EXPECT_NE(launched.find("\t" + kProgram), std::string::npos) << launched;
+
+    EXPECT_EQ(services().startService(manager, kService), servicestatus::AlreadyRunning);
+    EXPECT_EQ(slurp(machine.folder() / "run" / "launched.log"), launched);
+    EXPECT_EQ(runSecondProcess(), 3);
+    EXPECT_EQ(state(kService), servicestate::Running);
+
+    ASSERT_EQ(services().stopService(manager, "test service"), status::Success);
+    EXPECT_TRUE(fs::exists(marker()));
+    EXPECT_EQ(state(kService), servicestate::Stopped);
+    EXPECT_EQ(services().stopService(manager, kService), servicestatus::NotActive);
+    EXPECT_TRUE(list(serviceenum::Active).empty());
+}
+
+// The kernel drops the lock of a process however it ends, so a killed service counts as
+// stopped as soon as its process is gone, and starts again.
+TEST_F(ServiceManagerTest, AKilledServiceCountsAsStoppedAtOnce) {
+    ASSERT_EQ(services().startService(manager, kService), status::Success);
+    std::optional<pid_t> pid;
+    ASSERT_TRUE(eventually([&] { return (pid = ServiceLock::holder(lockFile())).has_value(); }));
+    ASSERT_EQ(::kill(*pid, SIGKILL), 0);
+    int exitStatus = 0;
+    ASSERT_EQ(::waitpid(*pid, &exitStatus, 0), *pid);
+    EXPECT_TRUE(WIFSIGNALED(exitStatus));
+
+    EXPECT_EQ(state(kService), servicestate::Stopped);
+    EXPECT_EQ(services().stopService(manager, kService), servicestatus::NotActive);
+    EXPECT_FALSE(fs::exists(marker()));
+
+    ASSERT_EQ(services().startService(manager, kService), status::Success);
+    ASSERT_EQ(services().stopService(manager, kService), status::Success);
+    EXPECT_TRUE(fs::exists(marker()));
+}
+
+TEST_F(ServiceManagerTest, StartFailsForWhatCannotRun) {
+    EXPECT_EQ(services().startService(manager, "No Such Service"), servicestatus::DoesNotExist);
+    EXPECT_EQ(services().stopService(manager, "No Such Service"), servicestatus::DoesNotExist);
+    EXPECT_EQ(services().startService(manager, kUnmapped), status::FileNotFound);
+
+    // The program of an unquoted ImagePath ends at ".exe"; this one ends without running.
+    EXPECT_EQ(services().startService(manager, kQuick), servicestatus::ProcessAborted);
+    EXPECT_EQ(state(kQuick), servicestate::Stopped);
+    const std::string launched = slurp(machine.folder() / "run" / "launched.log");
+    EXPECT_NE(launched.find("\t" + kQuickProgram), std::string::npos) << launched;
+    EXPECT_EQ(launched.find(kQuickProgram + " "), std::string::npos) << launched;
+    EXPECT_EQ(launched.find("none.exe"), std::string::npos) << launched;
+}
+
+}  // namespace
