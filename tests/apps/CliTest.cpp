@@ -1,32 +1,20 @@
 #include <gtest/gtest.h>
 
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include "support/ProgramRun.h"
 #include "support/TestMachine.h"
 
 namespace {
 
-struct CliRun {
-    int status;
-    QString out;
-    QString err;
-};
+using CliRun = testing_support::ProgramRun;
 
 // Runs the console front end on a machine folder, as a script would.
 class CliTest : public ::testing::Test {
 protected:
     CliRun cli(const QStringList& arguments) {
-        QProcess process;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("TALLOWICK_MACHINE", machineFolder);
-        process.setProcessEnvironment(environment);
-        process.start(TALLOWICK_CLI, arguments);
-        process.waitForFinished(30000);
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+        return testing_support::runProgram(TALLOWICK_CLI, arguments, machineFolder);
     }
     void init() { ASSERT_EQ(cli({"machine", "init"}).status, 0); }
 
@@ -167,6 +155,36 @@ TEST_F(CliTest, ProgramsListsTheWorkListAndWhy) {
         EXPECT_TRUE(why.contains(verdict)) << verdict;
     }
     EXPECT_EQ(cli({"programs", "--bogus"}).status, 2);
+}
+
+// The service commands on a machine that the installer laid out: a send starts a stopped
+// service, as the program's recovery would, and returns once the service has taken it.
+TEST_F(CliTest, ServiceCommandsDriveTheInstalledService) {
+    init();
+    EXPECT_EQ(cli({"service", "status"}).out, "not installed\n");
+    const CliRun nowhere = cli({"service", "send", "RegCreateKey|HKEY_LOCAL_MACHINE\\Software"});
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_TRUE(nowhere.err.contains("not installed"));
+
+    const CliRun setup =
+        testing_support::runProgram(TALLOWICK_SETUP, {"install", "--no-start"}, machineFolder);
+    ASSERT_EQ(setup.status, 0) << setup.err.toStdString();
+    EXPECT_EQ(cli({"service", "status"}).out, "stopped\n");
+    const CliRun send =
+        cli({"service", "send", "RegSetString|HKEY_LOCAL_MACHINE\\Software\\Tallowick|Language|de",
+             "RegSetString|HKEY_LOCAL_MACHINE\\Software\\Other|Language|de"});
+    EXPECT_EQ(send.status, 0) << send.err.toStdString();
+    EXPECT_EQ(send.out, "taken\n");
+    EXPECT_EQ(cli({"reg", "get", "HKEY_LOCAL_MACHINE\\Software\\Tallowick", "Language"}).out,
+              "de\n");
+    EXPECT_EQ(cli({"reg", "get", "HKEY_LOCAL_MACHINE\\Software\\Other", "Language"}).out,
+              "Error\n");
+
+    EXPECT_EQ(cli({"service", "stop"}).out, "stopped\n");
+    EXPECT_EQ(cli({"service", "start"}).out, "running\n");
+    EXPECT_EQ(cli({"service", "start"}).out, "running\n");
+    EXPECT_EQ(cli({"service", "stop"}).out, "stopped\n");
+    EXPECT_EQ(cli({"service", "pause"}).status, 2);
 }
 
 }  // namespace

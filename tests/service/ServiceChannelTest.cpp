@@ -2,8 +2,6 @@
 // processes of a machine in a temporary folder.
 #include <gtest/gtest.h>
 
-#include <QProcess>
-#include <QProcessEnvironment>
 #include <QTimer>
 
 #include <csignal>
@@ -15,6 +13,7 @@
 #include "state/AnsiText.h"
 #include "state/ProductNames.h"
 #include "state/modServiceCom.h"
+#include "support/ProgramRun.h"
 #include "support/TestMachine.h"
 
 namespace {
@@ -60,12 +59,9 @@ protected:
 
     // Runs Starter.exe as the service handler form would; true when it started the service.
     bool runStarter() {
-        QProcess starter;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("TALLOWICK_MACHINE", QString::fromStdString(machine.folder().string()));
-        starter.setProcessEnvironment(environment);
-        starter.start(STARTER_PROGRAM, {});
-        return starter.waitForFinished(30000) && starter.exitCode() == 0;
+        return testing_support::runProgram(STARTER_PROGRAM, {},
+                                           QString::fromStdString(machine.folder().string()))
+                   .status == 0;
     }
     bool commandFileExists() {
         return platform.files.FileExists(

@@ -3,6 +3,8 @@
 #include <signal.h>
 
 #include <array>
+#include <chrono>
+#include <thread>
 
 #include "platform/WinTypes.h"
 #include "platform/portable/ServiceLock.h"
@@ -48,11 +50,26 @@ long PortableServiceHost::runService(const std::string& serviceName,
                                      const std::function<void(const std::atomic<bool>&)>& body) {
     stopSignalled = false;
     StopSignals signals;
+    const auto lockFile = ServiceLock::file(machineFolder_, serviceName);
     ServiceLock lock;
-    if (!lock.take(ServiceLock::file(machineFolder_, serviceName))) {
+    if (!lock.take(lockFile)) {
         return servicestatus::AlreadyRunning;
     }
+    // A machine folder that is deleted under a running service (a test's temporary machine)
+    // takes the service with it rather than leaving it behind.
+    std::atomic<bool> done{false};
+    std::thread machineWatch([&] {
+        while (!done) {
+            std::error_code error;
+            if (!std::filesystem::exists(lockFile, error) && !error) {
+                stopSignalled = true;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
+    });
     body(stopSignalled);
+    done = true;
+    machineWatch.join();
     return status::Success;
 }
 

@@ -6,7 +6,7 @@
 namespace platform::portable {
 
 // A service process of the machine: it runs while it holds run/<name>.lock, and SIGTERM,
-// SIGINT or SIGHUP ask it to stop.
+// SIGINT or SIGHUP ask it to stop, and so does the loss of its machine folder.
 class PortableServiceHost final : public ServiceHost {
 public:
     explicit PortableServiceHost(std::filesystem::path machineFolder)

@@ -1,0 +1,19 @@
+#pragma once
+#include <QString>
+#include <QStringList>
+
+namespace testing_support {
+
+// What a program run as a process left: its exit status (-1 when it crashed or did not end
+// within 30 seconds) and its output.
+struct ProgramRun {
+    int status;
+    QString out;
+    QString err;
+};
+
+// Runs a host program on a machine folder (TALLOWICK_MACHINE), as a script would.
+ProgramRun runProgram(const QString& program, const QStringList& arguments,
+                      const QString& machineFolder);
+
+}  // namespace testing_support
