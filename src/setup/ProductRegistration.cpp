@@ -60,12 +60,13 @@ bool writeProductValues(Platform& platform, const std::vector<std::pair<QString,
     if (!allWritten({registry.createKey(key)}, key, report)) {
         return false;
     }
+    report.done("created product key " + key);
     for (const auto& [name, data] : values) {
         if (!allWritten({registry.setString(key, name, data)}, key, report)) {
             return false;
         }
+        report.done("set " + name + "=" + data);
     }
-    report.done(QStringLiteral("wrote %1 values to %2").arg(values.size()).arg(key));
     return true;
 }
 

@@ -107,7 +107,9 @@ TEST_F(ProductInstallTest, InstallRegistersTheProductAndCopiesItsFiles) {
         "copied 2 data files to C:\\Program Files\\Tallowick",
         "mapped no programs: none found in " + QString::fromStdString(options.programsFolder),
         "registered service Tallowick Service",
-        "wrote 2 values to HKEY_LOCAL_MACHINE\\Software\\Tallowick",
+        "created product key HKEY_LOCAL_MACHINE\\Software\\Tallowick",
+        "set Installer=Web",
+        "set AID=17",
         "wrote uninstall entry " + product::uninstallKey(),
         "left Tallowick Service stopped (--no-start)"};
     EXPECT_EQ(lines, expected);
