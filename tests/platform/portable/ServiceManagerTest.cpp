@@ -2,21 +2,16 @@
 // stands for the service's program, /bin/true for one that ends without running.
 #include <gtest/gtest.h>
 
-#include <QProcess>
-#include <QProcessEnvironment>
-
 #include <signal.h>
 #include <sys/wait.h>
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <sstream>
-#include <thread>
 
 #include "platform/portable/ServiceLock.h"
+#include "support/ProgramRun.h"
 #include "support/TestMachine.h"
 
 namespace {
@@ -43,19 +38,6 @@ std::string slurp(const fs::path& file) {
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
-}
-
-// Polls until the condition holds or a few seconds have passed.
-template <typename Condition>
-bool eventually(Condition condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) {
-            return false;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    return true;
 }
 
 class ServiceManagerTest : public ::testing::Test {
@@ -133,17 +115,9 @@ protected:
 
     // A second process of the service's program, as a user would start it by hand.
     int runSecondProcess() {
-        QProcess process;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("TALLOWICK_MACHINE", QString::fromStdString(machine.folder().string()));
-        process.setProcessEnvironment(environment);
-        process.start(TEST_SERVICE, {QString::fromStdString(kService)});
-        if (!process.waitForFinished(5000)) {
-            process.kill();
-            process.waitForFinished(1000);
-            return -1;
-        }
-        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+        return testing_support::runProgram(TEST_SERVICE, {QString::fromStdString(kService)},
+                                           QString::fromStdString(machine.folder().string()))
+            .status;
     }
 
     testing_support::TestMachine machine;
@@ -219,26 +193,6 @@ TEST_F(ServiceManagerTest, StartRunsTheMappedProgramAndStopEndsItCleanly) {
     EXPECT_EQ(state(kService), servicestate::Stopped);
     EXPECT_EQ(services().stopService(manager, kService), servicestatus::NotActive);
     EXPECT_TRUE(list(serviceenum::Active).empty());
-}
-
-// The kernel drops the lock of a process however it ends, so a killed service counts as
-// stopped as soon as its process is gone, and starts again.
-TEST_F(ServiceManagerTest, AKilledServiceCountsAsStoppedAtOnce) {
-    ASSERT_EQ(services().startService(manager, kService), status::Success);
-    std::optional<pid_t> pid;
-    ASSERT_TRUE(eventually([&] { return (pid = ServiceLock::holder(lockFile())).has_value(); }));
-    ASSERT_EQ(::kill(*pid, SIGKILL), 0);
-    int exitStatus = 0;
-    ASSERT_EQ(::waitpid(*pid, &exitStatus, 0), *pid);
-    EXPECT_TRUE(WIFSIGNALED(exitStatus));
-
-    EXPECT_EQ(state(kService), servicestate::Stopped);
-    EXPECT_EQ(services().stopService(manager, kService), servicestatus::NotActive);
-    EXPECT_FALSE(fs::exists(marker()));
-
-    ASSERT_EQ(services().startService(manager, kService), status::Success);
-    ASSERT_EQ(services().stopService(manager, kService), status::Success);
-    EXPECT_TRUE(fs::exists(marker()));
 }
 
 TEST_F(ServiceManagerTest, StartFailsForWhatCannotRun) {
