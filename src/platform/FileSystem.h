@@ -78,6 +78,15 @@ public:
     // The FileSystemObject's DeleteFolder: the folder and everything in it; force also takes
     // read-only entries. False when the folder is missing or something stays.
     virtual bool DeleteFolder(const std::string& folder, bool force) = 0;
+    // Basic's Open ... For Binary: a handle for writes at the current position, starting at
+    // the beginning; the file is made when missing and never truncated. 0 when it can't be
+    // opened, with a Basic error number in *basicError (53 file not found, 75 path/file
+    // access error, 76 path not found).
+    virtual int openBinary(const std::string& path, int* basicError) = 0;
+    // Basic's Put at the current position; false when not all bytes were written.
+    virtual bool putBytes(int handle, const std::string& bytes) = 0;
+    virtual void closeFile(int handle) = 0;
+
     // Watches a folder; nothing when it does not exist or can't be watched.
     virtual std::unique_ptr<ChangeNotification> watchFolder(const std::string& folder) = 0;
 };

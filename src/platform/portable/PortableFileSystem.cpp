@@ -326,6 +326,35 @@ bool PortableFileSystem::DeleteFolder(const std::string& folder, bool force) {
     return !error;
 }
 
+int PortableFileSystem::openBinary(const std::string& path, int* basicError) {
+    constexpr int kPathNotFound = 76;
+    constexpr int kAccessError = 75;
+    const auto host = paths_.target(path);
+    if (!host) {
+        *basicError = kPathNotFound;
+        return 0;
+    }
+    auto file = std::make_unique<QFile>(qPath(*host));
+    std::error_code error;
+    if (fs::is_directory(*host, error) || readOnly(*host) || !file->open(QIODevice::ReadWrite)) {
+        *basicError = kAccessError;
+        return 0;
+    }
+    *basicError = 0;
+    open_.emplace(nextHandle_, std::move(file));
+    return nextHandle_++;
+}
+
+bool PortableFileSystem::putBytes(int handle, const std::string& bytes) {
+    const auto found = open_.find(handle);
+    return found != open_.end() &&
+           found->second->write(bytes.data(), qint64(bytes.size())) == qint64(bytes.size());
+}
+
+void PortableFileSystem::closeFile(int handle) {
+    open_.erase(handle);
+}
+
 std::unique_ptr<ChangeNotification> PortableFileSystem::watchFolder(const std::string& folder) {
     const auto host = paths_.existing(folder);
     std::error_code error;

@@ -1,4 +1,9 @@
 #pragma once
+#include <QFile>
+
+#include <map>
+#include <memory>
+
 #include "platform/FileSystem.h"
 #include "platform/portable/WinPath.h"
 
@@ -25,10 +30,15 @@ public:
     bool CopyFolder(const std::string& source, const std::string& destination,
                     bool overwrite) override;
     bool DeleteFolder(const std::string& folder, bool force) override;
+    int openBinary(const std::string& path, int* basicError) override;
+    bool putBytes(int handle, const std::string& bytes) override;
+    void closeFile(int handle) override;
     std::unique_ptr<ChangeNotification> watchFolder(const std::string& folder) override;
 
 private:
     const WinPath& paths_;
+    std::map<int, std::unique_ptr<QFile>> open_;
+    int nextHandle_ = 1;
 };
 
 }  // namespace platform::portable
