@@ -54,6 +54,17 @@ inline QString starterFile() {
     return QStringLiteral("Starter.exe");
 }
 
+// Below the data folder: the settings file, the ignore list, the activity log.
+inline QString settingsFile() {
+    return QStringLiteral("Settings\\") + name() + QStringLiteral(".ini");
+}
+inline QString ignoreListFile() {
+    return QStringLiteral("Settings\\Ignored.cus");
+}
+inline QString activityLog() {
+    return name() + QStringLiteral(" Log.txt");
+}
+
 // Below the data folder: the command file that the service takes, and its log.
 inline QString commandFile() {
     return QStringLiteral("Service\\SentData.dat");
