@@ -4,6 +4,7 @@
 #include "platform/Environment.h"
 #include "platform/FileSystem.h"
 #include "platform/MessageBox.h"
+#include "platform/Profile.h"
 #include "platform/RegEdit.h"
 #include "platform/Registry.h"
 #include "platform/ServiceManager.h"
@@ -24,6 +25,7 @@ struct Platform {
     Clock& clock;
     ServiceManager& services;
     ServiceHost& serviceHost;
+    Profile& profile;
 };
 
 }  // namespace platform

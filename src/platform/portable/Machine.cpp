@@ -12,6 +12,7 @@
 #include "platform/portable/PortableCodePage.h"
 #include "platform/portable/PortableEnvironment.h"
 #include "platform/portable/PortableFileSystem.h"
+#include "platform/portable/PortableProfile.h"
 #include "platform/portable/PortableRegistry.h"
 #include "platform/portable/PortableServiceHost.h"
 #include "platform/portable/PortableServiceManager.h"
@@ -90,8 +91,10 @@ Machine::Machine(fs::path folder, MachineFacts facts)
     services_ =
         std::make_unique<PortableServiceManager>(folder_, *registry_, *codePage_, *launcher_);
     serviceHost_ = std::make_unique<PortableServiceHost>(folder_);
+    profile_ = std::make_unique<PortableProfile>(*paths_, *codePage_);
     platform_.reset(new Platform{*registry_, *registry_, *versionInfo_, *files_, *environment_,
-                                 *codePage_, *messageBox_, *clock_, *services_, *serviceHost_});
+                                 *codePage_, *messageBox_, *clock_, *services_, *serviceHost_,
+                                 *profile_});
 }
 
 Machine::~Machine() = default;

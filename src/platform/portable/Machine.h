@@ -14,6 +14,7 @@ class HostClock;
 class PortableCodePage;
 class PortableEnvironment;
 class PortableFileSystem;
+class PortableProfile;
 class PortableRegistry;
 class PortableServiceHost;
 class PortableServiceManager;
@@ -66,6 +67,7 @@ private:
     std::unique_ptr<ProgramLauncher> launcher_;
     std::unique_ptr<PortableServiceManager> services_;
     std::unique_ptr<PortableServiceHost> serviceHost_;
+    std::unique_ptr<PortableProfile> profile_;
     std::unique_ptr<Platform> platform_;
 };
 

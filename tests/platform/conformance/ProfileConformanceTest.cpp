@@ -1,0 +1,365 @@
+// The INI calls as Windows has them: how a file's lines are read, what a write leaves in the
+// file, and that bad files and refused writes do no harm. Files are checked through the
+// Profile and FileSystem interfaces only.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <random>
+#include <string>
+
+#include "support/TestMachine.h"
+
+namespace {
+
+using testing_support::TestMachine;
+
+const std::string kFile = "C:\\Settings\\App.ini";
+const std::string kNone = "<none>";
+
+// The bytes of a UTF-16 text with its byte-order mark.
+std::string utf16(const std::u16string& text, bool bigEndian) {
+    std::string bytes = bigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (char16_t unit : text) {
+        const char high = static_cast<char>(unit >> 8);
+        const char low = static_cast<char>(unit & 0xFF);
+        bytes += bigEndian ? high : low;
+        bytes += bigEndian ? low : high;
+    }
+    return bytes;
+}
+
+class ProfileConformance : public ::testing::Test {
+protected:
+    std::string read(const std::string& section, const std::string& key,
+                     const std::string& fileName = kFile) {
+        return readWith(machine.platform().profile, section, key, fileName);
+    }
+
+    static std::string readWith(platform::Profile& from, const std::string& section,
+                                const std::string& key, const std::string& fileName = kFile) {
+        std::string value;
+        const auto count =
+            from.GetPrivateProfileStringA(section, key, kNone, 256, &value, fileName);
+        EXPECT_EQ(count, value.size());
+        return value;
+    }
+
+    bool write(const std::string& section, const std::optional<std::string>& key,
+               const std::optional<std::string>& value, const std::string& fileName = kFile) {
+        return profile.WritePrivateProfileStringA(section, key, value, fileName);
+    }
+
+    std::string bytes(const std::string& fileName = kFile) {
+        return files.readFile(fileName).value_or("<missing>");
+    }
+
+    TestMachine machine;
+    platform::Profile& profile = machine.platform().profile;
+    platform::FileSystem& files = machine.platform().files;
+};
+
+TEST_F(ProfileConformance, ReadingTrimsLinesAndTakesOnePairOfQuotesOffTheValue) {
+    machine.placeFile(kFile,
+                      " \t[ Main ]\x1a \r\n"
+                      "  Name \t= \t Value with  inner  blanks \t\x1a\r\r\n\n"
+                      "Comment=a ; kept in the value\n"
+                      "; Hidden=yes\n"
+                      "NoEquals\n"
+                      "Equals = a=b\r\n"
+                      "Empty=\r\n"
+                      "Double=\"quoted\"\r\n"
+                      "Single='quoted'\r\n"
+                      "Padded=\"  kept  \"\r\n"
+                      "Mixed=\"half'\r\n"
+                      "Twice=\"\"twice\"\"\r\n"
+                      "Lone=\"\r\n"
+                      "CrOnly=1\rLfOnly=2");
+    EXPECT_EQ(read("Main", "Name"), "Value with  inner  blanks");
+    EXPECT_EQ(read("Main", "Comment"), "a ; kept in the value");
+    EXPECT_EQ(read("Main", "; Hidden"), kNone);
+    EXPECT_EQ(read("Main", "NoEquals"), kNone);
+    EXPECT_EQ(read("Main", "Equals"), "a=b");
+    EXPECT_EQ(read("Main", "Empty"), "");
+    EXPECT_EQ(read("Main", "Double"), "quoted");
+    EXPECT_EQ(read("Main", "Single"), "quoted");
+    EXPECT_EQ(read("Main", "Padded"), "  kept  ");
+    EXPECT_EQ(read("Main", "Mixed"), "\"half'");
+    EXPECT_EQ(read("Main", "Twice"), "\"twice\"");
+    EXPECT_EQ(read("Main", "Lone"), "\"");
+    EXPECT_EQ(read("Main", "CrOnly"), "1");
+    EXPECT_EQ(read("Main", "LfOnly"), "2");
+}
+
+TEST_F(ProfileConformance, SectionsAndKeysIgnoreCaseAndTheFirstDuplicateWins) {
+    const std::string text =
+        "Top=before any header\r\n"
+        "[Colors]\r\n"
+        "RED=1\r\n"
+        "red=2\r\n"
+        "[Out]er] ; after the last bracket\r\n"
+        "Key=in Out]er\r\n"
+        "[Half=open\r\n"
+        "[Gr\xF6\xDF"
+        "e]\r\n"
+        "\xC4rger=umlaut\r\n"
+        "[COLORS]\r\n"
+        "Red=3\r\n"
+        "Blue=4\r\n";
+    machine.placeFile(kFile, text);
+    EXPECT_EQ(read("", "TOP"), "before any header");
+    EXPECT_EQ(read("colors", "Red"), "1");
+    EXPECT_EQ(read("Colors", "Blue"), kNone);
+    EXPECT_EQ(read("Out]er", "key"), "in Out]er");
+    EXPECT_EQ(read("Out]er", "[Half"), "open");
+    EXPECT_EQ(read("gR\xD6\xDF"
+                   "E",
+                   "\xE4RGER"),
+              "umlaut");
+    EXPECT_EQ(read("Colors", "Top"), kNone);
+
+    ASSERT_TRUE(write("COLORS", "rEd", "9"));
+    std::string changed = text;
+    changed.replace(changed.find("RED=1"), 5, "RED=9");
+    EXPECT_EQ(bytes(), changed);
+}
+
+TEST_F(ProfileConformance, MissingEntriesGiveTheDefaultAndShortBuffersCutTheAnswer) {
+    machine.placeFile(kFile, "[Main]\r\nValue=abcdef\r\n");
+    const auto get = [this](const std::string& section, const std::string& key,
+                            const std::string& defaultValue, std::uint32_t size,
+                            const std::string& fileName = kFile) {
+        std::string value = "<untouched>";
+        const auto count =
+            profile.GetPrivateProfileStringA(section, key, defaultValue, size, &value, fileName);
+        EXPECT_EQ(count, value.size()) << value;
+        return value;
+    };
+    EXPECT_EQ(get("Main", "Value", "x", 7), "abcdef");
+    EXPECT_EQ(get("Main", "Value", "x", 6), "abcde");
+    EXPECT_EQ(get("Main", "Value", "x", 2), "a");
+    EXPECT_EQ(get("Main", "Value", "x", 1), "");
+
+    EXPECT_EQ(get("Main", "Missing", "  fallback  ", 64), "  fallback");
+    EXPECT_EQ(get("Other", "Value", "fallback", 64), "fallback");
+    EXPECT_EQ(get("Main", "Value", "fallback", 64, "C:\\Settings\\Missing.ini"), "fallback");
+    EXPECT_EQ(get("Main", "Value", "fallback", 64, "C:\\Nowhere\\App.ini"), "fallback");
+    EXPECT_EQ(get("Main", "Value", "fallback", 64, "C:\\Settings"), "fallback");
+    EXPECT_EQ(get("Main", "Missing", "", 64), "");
+    EXPECT_EQ(get("Main", "Missing", "fallback", 5), "fall");
+}
+
+TEST_F(ProfileConformance, WritingAddsFilesSectionsAndKeysWithoutBlanks) {
+    ASSERT_TRUE(files.MkDir("C:\\Settings"));
+    ASSERT_TRUE(write("Main", "Name", "Value"));
+    EXPECT_EQ(bytes(), "[Main]\r\nName=Value\r\n");
+    ASSERT_TRUE(write("Other", "Key", "x"));
+    ASSERT_TRUE(write("main", "Padded", " \t leading gone, trailing kept  "));
+    ASSERT_TRUE(write("Main", "Empty", ""));
+    ASSERT_TRUE(write("MAIN", "NAME", "Changed"));
+    EXPECT_EQ(bytes(),
+              "[Main]\r\nName=Changed\r\nPadded=leading gone, trailing kept  \r\nEmpty=\r\n"
+              "[Other]\r\nKey=x\r\n");
+    EXPECT_EQ(read("Main", "Padded"), "leading gone, trailing kept");
+    EXPECT_EQ(read("Main", "Empty"), "");
+
+    // Lines of no key stay where they are; blank lines stay after the section's last line.
+    machine.placeFile(kFile,
+                      "top=1\n"
+                      "[A]\n"
+                      "; note\n"
+                      "  Old  =  value ; comment\n"
+                      "loose line\n"
+                      "\n\n"
+                      "[B]\n"
+                      "b=1");
+    ASSERT_TRUE(write("", "top2", "2"));
+    ASSERT_TRUE(write("a", "new", "n"));
+    ASSERT_TRUE(write("A", "old", "replaced"));
+    ASSERT_TRUE(write("B", "c", "3"));
+    ASSERT_TRUE(write("C", "d", "4"));
+    EXPECT_EQ(bytes(),
+              "top=1\r\ntop2=2\n"
+              "[A]\n"
+              "; note\n"
+              "  Old=replaced\n"
+              "loose line\r\nnew=n\n"
+              "\n\n"
+              "[B]\n"
+              "b=1\r\nc=3\r\n"
+              "[C]\r\nd=4\r\n");
+}
+
+TEST_F(ProfileConformance, NoKeyDeletesTheSectionAndNoValueTheKey) {
+    const std::string text =
+        "k=top\r\n"
+        "[A]\r\n"
+        "x=1\r\n"
+        "\r\n"
+        "y=2\r\n"
+        "; about A\r\n"
+        "[B]\r\n"
+        "z=3\r\n"
+        "[a]\r\n"
+        "x=second\r\n";
+    machine.placeFile(kFile, text);
+
+    // Nothing to delete: the file stays as it is, and a missing one is not made.
+    EXPECT_TRUE(write("A", "Missing", std::nullopt));
+    EXPECT_TRUE(write("Missing", std::nullopt, std::nullopt));
+    EXPECT_EQ(bytes(), text);
+    EXPECT_TRUE(write("A", "x", std::nullopt, "C:\\Settings\\None.ini"));
+    EXPECT_FALSE(files.FileExists("C:\\Settings\\None.ini"));
+
+    ASSERT_TRUE(write("a", "X", std::nullopt));
+    EXPECT_EQ(read("A", "x"), kNone);
+    EXPECT_EQ(read("A", "y"), "2");
+    ASSERT_TRUE(write("b", "z", std::nullopt));
+    ASSERT_TRUE(write("", "K", std::nullopt));
+    // A key goes with one line break: the blank line after it stays.
+    EXPECT_EQ(bytes(),
+              "[A]\r\n"
+              "\r\n"
+              "y=2\r\n"
+              "; about A\r\n"
+              "[B]\r\n"
+              "[a]\r\n"
+              "x=second\r\n");
+
+    // The first of two sections goes with its comments; the second then counts.
+    ASSERT_TRUE(write("A", std::nullopt, "ignored"));
+    EXPECT_EQ(bytes(), "[B]\r\n[a]\r\nx=second\r\n");
+    EXPECT_EQ(read("A", "x"), "second");
+}
+
+TEST_F(ProfileConformance, FilesWithAByteOrderMarkKeepTheirEncoding) {
+    const std::u16string text = u"[Main]\r\nName=Gr\u00FC\u00DFe\r\nSnow=\u2603\r\n";
+    const std::u16string written = u"[Main]\r\nName=caf\u00E9\r\nSnow=\u2603\r\n";
+    const struct {
+        const char* name;
+        std::string before;
+        std::string after;
+    } encodings[] = {
+        {"UTF-8",
+         "\xEF\xBB\xBF[Main]\r\nName=Gr\xC3\xBC\xC3\x9F"
+         "e\r\nSnow=\xE2\x98\x83\r\n",
+         "\xEF\xBB\xBF[Main]\r\nName=caf\xC3\xA9\r\nSnow=\xE2\x98\x83\r\n"},
+        {"UTF-16LE", utf16(text, false), utf16(written, false)},
+        {"UTF-16BE", utf16(text, true), utf16(written, true)},
+    };
+    for (const auto& encoding : encodings) {
+        SCOPED_TRACE(encoding.name);
+        machine.placeFile(kFile, encoding.before);
+        EXPECT_EQ(read("main", "name"),
+                  "Gr\xFC\xDF"
+                  "e");
+        EXPECT_EQ(read("Main", "Snow"), "?");
+        ASSERT_TRUE(write("Main", "Name", "caf\xE9"));
+        EXPECT_EQ(bytes(), encoding.after);
+    }
+
+    // Other files, new ones too, are the machine's code page, byte for byte; a byte the code
+    // page leaves undefined survives a rewrite.
+    machine.placeFile(kFile,
+                      "[Main]\r\nOdd=\x81\x8D\r\nUtf8=Gr\xC3\xBC\xC3\x9F"
+                      "e\r\n");
+    EXPECT_EQ(read("Main", "Utf8"),
+              "Gr\xC3\xBC\xC3\x9F"
+              "e");
+    ASSERT_TRUE(write("Main", "Name", "caf\xE9"));
+    EXPECT_EQ(bytes(),
+              "[Main]\r\nOdd=\x81\x8D\r\nUtf8=Gr\xC3\xBC\xC3\x9F"
+              "e\r\nName=caf\xE9\r\n");
+    ASSERT_TRUE(write("Main", "Name", "caf\xE9", "C:\\Settings\\New.ini"));
+    EXPECT_EQ(bytes("C:\\Settings\\New.ini"), "[Main]\r\nName=caf\xE9\r\n");
+
+    platform::portable::MachineFacts cyrillic;
+    cyrillic.ansiCodePage = 1251;
+    TestMachine russian(cyrillic);
+    russian.placeFile(kFile, "\xEF\xBB\xBF[Main]\r\nHello=\xD0\x9F\xD1\x80\xD0\xB8\r\n");
+    EXPECT_EQ(readWith(russian.platform().profile, "Main", "Hello"), "\xCF\xF0\xE8");
+}
+
+TEST_F(ProfileConformance, RefusedWritesLeaveTheFileAsItWas) {
+    const std::string text = "[Main]\r\nName=Value\r\n";
+    machine.placeFile(kFile, text);
+    ASSERT_TRUE(files.SetAttr(kFile, platform::fileattr::ReadOnly));
+    EXPECT_FALSE(write("Main", "Name", "Changed"));
+    EXPECT_FALSE(write("Main", "New", "x"));
+    EXPECT_FALSE(write("Main", "Name", std::nullopt));
+    EXPECT_FALSE(write("Main", std::nullopt, std::nullopt));
+    EXPECT_EQ(bytes(), text);
+    EXPECT_EQ(read("Main", "Name"), "Value");
+
+    EXPECT_FALSE(write("Main", "Name", "x", "C:\\Nowhere\\App.ini"));
+    EXPECT_FALSE(files.FolderExists("C:\\Nowhere"));
+    EXPECT_FALSE(write("Main", "Name", "x", "C:\\Settings"));
+    EXPECT_FALSE(write("Main", "Name", "x", "Relative.ini"));
+
+    // A folder the user may not write into: its host folder without write permission.
+    machine.placeFile("C:\\Locked\\App.ini", text);
+    const auto locked = machine.folder() / "drive_c" / "Locked";
+    std::filesystem::permissions(locked, std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::remove);
+    EXPECT_FALSE(write("Main", "Name", "Changed", "C:\\Locked\\App.ini"));
+    EXPECT_FALSE(write("Main", "Name", "x", "C:\\Locked\\New.ini"));
+    std::filesystem::permissions(locked, std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::add);
+    EXPECT_EQ(bytes("C:\\Locked\\App.ini"), text);
+    EXPECT_FALSE(files.FileExists("C:\\Locked\\New.ini"));
+}
+
+// Another process opens the machine on its own; nothing is kept between calls, so each side
+// sees the other's writes and edits made to the file by any other means at its next call.
+TEST_F(ProfileConformance, SettingsWrittenHereReadBackInASecondProcess) {
+    std::string problems;
+    const auto other = platform::portable::Machine::open(machine.folder(), &problems);
+    ASSERT_TRUE(other) << problems;
+    platform::Profile& second = other->platform().profile;
+
+    ASSERT_TRUE(files.MkDir("C:\\Settings"));
+    ASSERT_TRUE(write("Main", "Name", "first"));
+    EXPECT_EQ(readWith(second, "Main", "Name"), "first");
+    ASSERT_TRUE(second.WritePrivateProfileStringA("Main", "Name", "second", kFile));
+    EXPECT_EQ(read("Main", "Name"), "second");
+
+    machine.placeFile(kFile, "[Main]\r\nName=edited\r\n");
+    EXPECT_EQ(read("Main", "Name"), "edited");
+    EXPECT_EQ(readWith(second, "Main", "Name"), "edited");
+    ASSERT_TRUE(files.Kill(kFile));
+    EXPECT_EQ(readWith(second, "Main", "Name"), kNone);
+}
+
+TEST_F(ProfileConformance, BadFilesNeverCrashAndKeepTheirReadableKeys) {
+    std::mt19937 random(7);
+    std::string garbage(64 * 1024, '\0');
+    for (char& byte : garbage) {
+        byte = static_cast<char>(random());
+    }
+    for (const std::string& start : {std::string(), std::string("\xEF\xBB\xBF"),
+                                     std::string("\xFF\xFE"), std::string("\xFE\xFF")}) {
+        machine.placeFile(kFile, start + garbage);
+        std::string value;
+        EXPECT_LE(profile.GetPrivateProfileStringA("Main", "Name", "d", 8, &value, kFile), 7u);
+        ASSERT_TRUE(write("Written", "Key", "value"));
+        EXPECT_EQ(read("Written", "Key"), "value");
+    }
+
+    // Mixed encodings: latin-1 bytes and UTF-16 inside a UTF-8 file, an odd UTF-16 length.
+    machine.placeFile(kFile, std::string("\xEF\xBB\xBF[Main]\n\xE9t\xE9=\xFF\xFE\0x\0\n", 20) +
+                                 "Name=ok\n[\n=\n[]]]\n;\n=only value\n");
+    EXPECT_EQ(read("Main", "Name"), "ok");
+    EXPECT_EQ(read("", "Name"), kNone);
+    machine.placeFile(kFile, utf16(u"[Main]\r\nName=ok\r\n", false) + "\x01");
+    EXPECT_EQ(read("Main", "Name"), "ok");
+    machine.placeFile(kFile, "\xFF\xFE");
+    EXPECT_EQ(read("Main", "Name"), kNone);
+
+    // No sections at all: every key is in the section "".
+    machine.placeFile(kFile, "a=1\nb=2");
+    EXPECT_EQ(read("", "b"), "2");
+    EXPECT_EQ(read("Main", "a"), kNone);
+}
+
+}  // namespace
