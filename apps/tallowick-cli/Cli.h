@@ -37,5 +37,6 @@ int verinfoCommand(Context& context);
 int argsCommand(Context& context);
 int programsCommand(Context& context);
 int serviceCommand(Context& context);
+int settingsCommand(Context& context);
 
 }  // namespace cli

@@ -9,7 +9,9 @@ constexpr const char* kUsage =
     "reg get KEY VALUE | reg dword KEY VALUE | "
     "reg set KEY VALUE DATA | reg import FILE.reg | reg export KEY | verinfo FILE... | "
     "programs [--why] [--dumps] | args \"COMMAND LINE\" | "
-    "service status|start|stop | service send COMMAND...";
+    "service status|start|stop | service send COMMAND... | "
+    "settings get SECTION KEY [DEFAULT] | settings set SECTION KEY VALUE | "
+    "settings delete SECTION KEY";
 
 }  // namespace
 
@@ -30,6 +32,8 @@ int main(int argc, char* argv[]) {
         status = cli::programsCommand(context);
     } else if (command == "service") {
         status = cli::serviceCommand(context);
+    } else if (command == "settings") {
+        status = cli::settingsCommand(context);
     } else if (command == "args") {
         status = cli::argsCommand(context);
     }

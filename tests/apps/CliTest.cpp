@@ -187,4 +187,15 @@ TEST_F(CliTest, ServiceCommandsDriveTheInstalledService) {
     EXPECT_EQ(cli({"service", "pause"}).status, 2);
 }
 
+// A key written by one process reads back in the next: nothing is cached.
+TEST_F(CliTest, SettingsWrittenByOneProcessReadInTheNext) {
+    init();
+    EXPECT_EQ(cli({"settings", "get", "General", "ScanOnLoad", "0"}).out, "0\n");
+    ASSERT_EQ(cli({"settings", "set", "General", "ScanOnLoad", "1"}).status, 0);
+    EXPECT_EQ(cli({"settings", "get", "general", "SCANONLOAD", "0"}).out, "1\n");
+    ASSERT_EQ(cli({"settings", "delete", "General", "ScanOnLoad"}).status, 0);
+    EXPECT_EQ(cli({"settings", "get", "General", "ScanOnLoad", "0"}).out, "0\n");
+    EXPECT_EQ(cli({"settings", "set", "General"}).status, 2);
+}
+
 }  // namespace

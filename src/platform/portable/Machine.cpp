@@ -92,12 +92,15 @@ Machine::Machine(fs::path folder, MachineFacts facts)
         std::make_unique<PortableServiceManager>(folder_, *registry_, *codePage_, *launcher_);
     serviceHost_ = std::make_unique<PortableServiceHost>(folder_);
     profile_ = std::make_unique<PortableProfile>(*paths_, *codePage_);
-    platform_.reset(new Platform{*registry_, *registry_, *versionInfo_, *files_, *environment_,
-                                 *codePage_, *messageBox_, *clock_, *services_, *serviceHost_,
-                                 *profile_});
+    setMessageBox(*messageBox_);
 }
 
 Machine::~Machine() = default;
+
+void Machine::setMessageBox(MessageBox& box) {
+    platform_.reset(new Platform{*registry_, *registry_, *versionInfo_, *files_, *environment_,
+                                 *codePage_, box, *clock_, *services_, *serviceHost_, *profile_});
+}
 
 fs::path Machine::defaultFolder() {
     if (const char* chosen = std::getenv("TALLOWICK_MACHINE"); chosen != nullptr && *chosen != 0) {

@@ -46,6 +46,9 @@ public:
     void setArguments(const std::vector<std::string>& arguments);
 
     Platform& platform() { return *platform_; }
+    // Puts another message box into the platform: the Qt one in a program with windows, a
+    // recording one in tests. References taken from platform() before are stale after it.
+    void setMessageBox(MessageBox& box);
     const MachineFacts& facts() const { return facts_; }
     const std::filesystem::path& folder() const { return folder_; }
     const WinPath& paths() const { return *paths_; }

@@ -1,0 +1,53 @@
+#include "Cli.h"
+#include "ConsoleService.h"
+#include "state/AnsiText.h"
+#include "state/DataFolders.h"
+#include "state/ProductNames.h"
+#include "state/modSettings.h"
+
+namespace cli {
+
+// settings get SECTION KEY [DEFAULT] | settings set SECTION KEY VALUE | settings delete SECTION
+// KEY: one key of the settings file in the data folder, as the program reads and writes it;
+// get prints the value, or the default (empty when none is given) for a key that is not there;
+// set fails when the key does not read back.
+int settingsCommand(Context& context) {
+    const QStringList& arguments = context.arguments();
+    const QString action = arguments.value(0);
+    const bool fits =
+        (action == QLatin1String("get") && (arguments.size() == 3 || arguments.size() == 4)) ||
+        (action == QLatin1String("set") && arguments.size() == 4) ||
+        (action == QLatin1String("delete") && arguments.size() == 3);
+    if (!fits) {
+        return kUsage;
+    }
+    auto* machine = context.machine();
+    if (machine == nullptr) {
+        return kFailed;
+    }
+    auto& platform = machine->platform();
+    bool fallback = false;
+    const QString dataFolder = state::locateDataFolder(
+        platform, state::fromAnsi(platform.codePage, platform.environment.programFolder()),
+        state::product::name(), &fallback);
+    state::modSettings settings(platform);
+    settings.setSettingsPath(dataFolder + state::product::settingsFile());
+    if (action == QLatin1String("get")) {
+        Context::out(settings.ReadSetting(arguments[1], arguments[2], arguments.value(3)));
+    } else if (action == QLatin1String("set")) {
+        // The data folder and its Settings folder are made as the program makes them at its
+        // first start; the INI call makes no folder.
+        ConsoleService console(platform);
+        platform.files.MkDir(state::toAnsi(platform.codePage, dataFolder + "Settings"));
+        settings.WriteSetting(arguments[1], arguments[2], arguments[3]);
+        if (settings.ReadSetting(arguments[1], arguments[2], QString()) != arguments[3].trimmed()) {
+            Context::err(settings.settingsPath() + ": the key could not be written");
+            return kFailed;
+        }
+    } else {
+        settings.DeleteSetting(arguments[1], arguments[2]);
+    }
+    return kOk;
+}
+
+}  // namespace cli

@@ -1,0 +1,60 @@
+#include "state/ActivityLog.h"
+
+#include "core/BasicNumber.h"
+#include "state/AnsiText.h"
+#include "state/MessageLoop.h"
+
+namespace state {
+
+ActivityLog::ActivityLog(platform::Platform& platform, modSettings& settings, QString path)
+    : platform_(platform), settings_(settings), path_(std::move(path)) {}
+
+void ActivityLog::write(const QString& line) {
+    if (settings_.ReadSetting(setting::LogAllActivity, setting::On) != QLatin1String("1")) {
+        return;
+    }
+    platform_.files.appendFile(toAnsi(platform_.codePage, path_),
+                               toAnsi(platform_.codePage, line + QStringLiteral("\r\n")));
+    pumpEvents();
+}
+
+void ActivityLog::empty() {
+    const std::string file = toAnsi(platform_.codePage, path_);
+    platform_.files.Kill(file);
+    platform_.files.writeFile(file, {});
+}
+
+void ActivityLog::ClearLargeLogfile() {
+    if (settings_.ReadSetting(setting::ClearLargeLogfile, setting::On) != QLatin1String("1")) {
+        return;
+    }
+    const auto size = platform_.files.FileLen(toAnsi(platform_.codePage, path_));
+    if (!size) {
+        return;
+    }
+    const double megabytes =
+        basic::val(settings_.ReadSetting(setting::MaximumLogSize, setting::MaximumLogSizeDefault));
+    if (megabytes * 1024 * 1024 <= double(*size)) {
+        empty();
+    }
+}
+
+void ActivityLog::txtLogSize_Change(const QString& text,
+                                    const std::function<void(const QString&)>& setBox) {
+    settings_.WriteSetting(setting::MaximumLogSize, text);
+    if (!basic::isNumeric(text)) {
+        setBox(QLatin1String(setting::MaximumLogSizeDefault));
+    }
+}
+
+void ActivityLog::lblCmdClearLog_Click(ActivityLogView& view) {
+    if (view.confirmClearLog() && platform_.files.FileExists(toAnsi(platform_.codePage, path_))) {
+        empty();
+    }
+}
+
+void ActivityLog::lblCmdViewLog_Click(ActivityLogView& view) {
+    view.showLogFile(path_);
+}
+
+}  // namespace state

@@ -1,0 +1,52 @@
+#include "state/RuntimeErrors.h"
+
+#include "core/BasicDate.h"
+#include "state/SystemDateFormats.h"
+#include "state/UniMsgBox.h"
+
+namespace state {
+
+RuntimeErrors::RuntimeErrors(platform::Platform& platform, modSettings& settings,
+                             const bool& debugMode)
+    : platform_(platform), settings_(settings), debugMode_(debugMode) {}
+
+QString RuntimeErrors::now() const {
+    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(
+        platform_.clock.now().time_since_epoch());
+    return basic::formatDateTime(QDateTime::fromMSecsSinceEpoch(milliseconds.count()),
+                                 systemDateFormats(platform_));
+}
+
+void RuntimeErrors::ReportRuntimeError(RuntimeError& error, const QString& procedureName,
+                                       const QString& text, QString* message) {
+    QString composed = procedureName + QStringLiteral(": ") + error.description +
+                       QStringLiteral(" (") + error.source + QStringLiteral(", ") +
+                       QString::number(error.number) + QStringLiteral(") Error Line: ") +
+                       QString::number(error.line);
+    composed.remove(u'\r').replace(u'\n', u' ');
+    if (text.isEmpty() && message != nullptr) {
+        *message = composed;
+    }
+
+    QString since = now();
+    if (!settings_.settingsPath().isEmpty()) {
+        since = settings_.ReadSetting(setting::RunTimeStart, QString());
+        if (since.isEmpty()) {
+            since = now();
+            settings_.WriteSetting(setting::RunTimeStart, since);
+        }
+    }
+    const QString state = text.isEmpty() ? QStringLiteral("State Unknown") : text;
+
+    const auto verbose = platform_.environment.GetEnvironmentVariableA("TWVerbose");
+    if (debugMode_ || (verbose && *verbose == "1")) {
+        // The shared code keeps the family's first product as the title.
+        UniMessageBox(platform_.messageBox, QStringLiteral("Quillfen"))
+            .UniMsgBox(QStringLiteral("ERROR: ") + composed + QStringLiteral(" - ") + state +
+                           QStringLiteral(" - ") + since,
+                       platform::mbstyle::Ok, QStringLiteral("Quillfen"));
+    }
+    error = RuntimeError{};
+}
+
+}  // namespace state

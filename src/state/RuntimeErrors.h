@@ -1,0 +1,38 @@
+#pragma once
+#include <QString>
+
+#include "platform/Platform.h"
+#include "state/modSettings.h"
+
+namespace state {
+
+// What a handler knows of a run-time fault: Basic's error object and the line it was at.
+struct RuntimeError {
+    long number = 0;
+    QString description;
+    QString source;
+    int line = 0;
+};
+
+// The shared error routine behind the handlers. It tells the user only in debug mode or with
+// the environment variable TWVerbose set to "1"; its box keeps the family's first product as
+// its title.
+class RuntimeErrors {
+public:
+    RuntimeErrors(platform::Platform& platform, modSettings& settings, const bool& debugMode);
+
+    // Composes the fault's text with " Error Line: " in it and no line ends, and hands it back
+    // in *message when text was empty. The first fault's time is kept in RunTime/Start. The
+    // error object is cleared.
+    void ReportRuntimeError(RuntimeError& error, const QString& procedureName, const QString& text,
+                            QString* message);
+
+private:
+    QString now() const;
+
+    platform::Platform& platform_;
+    modSettings& settings_;
+    const bool& debugMode_;
+};
+
+}  // namespace state

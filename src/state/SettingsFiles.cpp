@@ -1,0 +1,99 @@
+#include "state/SettingsFiles.h"
+
+#include "localisation/modUTF8_FileIO.h"
+#include "state/AnsiText.h"
+#include "state/ProductNames.h"
+
+namespace state {
+
+SettingsFiles::SettingsFiles(platform::Platform& platform, const QString& dataFolder, lst& holder,
+                             QString programTitle)
+    : platform_(platform),
+      dataFolder_(dataFolder),
+      lst_(holder),
+      programTitle_(std::move(programTitle)) {}
+
+void SettingsFiles::tell(const QString& text) {
+    platform_.messageBox.show(text.toStdU16String(), programTitle_.toStdU16String(),
+                              platform::mbstyle::Ok);
+}
+
+bool SettingsFiles::LoadFiles(const QString& path, QStringList& list) {
+    list.clear();
+    if (!platform_.files.FileExists(toAnsi(platform_.codePage, path))) {
+        return false;
+    }
+    QString text;
+    QString errorText;
+    if (!localisation::modUTF8_FileIO(platform_).ReadUTF8File(path, text, errorText, true, true,
+                                                              false)) {
+        tell(errorText);
+        return false;
+    }
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\r"));
+    // A last piece without CR counts; a CR alone left at the end does not.
+    while (!text.isEmpty() && text != QLatin1String("\r")) {
+        const qsizetype end = text.indexOf(u'\r');
+        if (end < 0) {
+            list << text;
+            break;
+        }
+        list << text.left(end);
+        text = text.mid(end + 1);
+    }
+    return true;
+}
+
+bool SettingsFiles::replacePlain(const QString& path, const QStringList& list) {
+    const std::string file = toAnsi(platform_.codePage, path);
+    return platform_.files.writeFile(file,
+                                     toAnsi(platform_.codePage, list.join(QStringLiteral("\r\n"))));
+}
+
+void SettingsFiles::SaveSettingsToFile(const QStringList& list, const QString& folder,
+                                       const QString& fileName, bool useUTF8) {
+    if (dataFolder_.isEmpty()) {
+        return;
+    }
+    const QString path = dataFolder_ + folder + fileName;
+    const std::string file = toAnsi(platform_.codePage, path);
+    if (platform_.files.FileExists(file)) {
+        platform_.files.SetAttr(file, platform::fileattr::Normal);
+        platform_.files.Kill(file);
+    }
+    if (useUTF8) {
+        QString errorText;
+        if (!localisation::modUTF8_FileIO(platform_).WriteUTF8File(
+                path, list.join(QStringLiteral("\r\n")), errorText, false)) {
+            tell(errorText);
+        }
+        return;
+    }
+    if (!replacePlain(path, list)) {
+        // The handler reaches for a member that does not exist, so the folder and file name
+        // never make it into this text.
+        tell(
+            QStringLiteral("Error 75 (Path/File access error) in procedure SaveSettingsToFile "
+                           "at 0 of Module modSettings"));
+    }
+}
+
+void SettingsFiles::SaveToFile(const QString& path, const QStringList& list) {
+    const std::string file = toAnsi(platform_.codePage, path);
+    if (platform_.files.FileExists(file)) {
+        platform_.files.SetAttr(file, platform::fileattr::Normal);
+        platform_.files.Kill(file);
+    }
+    if (!replacePlain(path, list)) {
+        tell(
+            QStringLiteral("Error 75 (Path/File access error) in procedure SaveToFile at 0 of "
+                           "Module modSettings"));
+    }
+}
+
+void SettingsFiles::SaveData() {
+    SaveSettingsToFile(lst_.lstIgnoreListFile, QStringLiteral("Settings\\"),
+                       QStringLiteral("Ignored.cus"), false);
+}
+
+}  // namespace state

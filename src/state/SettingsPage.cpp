@@ -1,0 +1,69 @@
+#include "state/SettingsPage.h"
+
+#include "state/ProductNames.h"
+
+namespace state {
+
+SettingsPage::SettingsPage(modSettings& settings, modRegistry& registry, ServiceChannel& service,
+                           SettingsView& view, const bool& loading, QString programFolder,
+                           QString programName)
+    : settings_(settings),
+      registry_(registry),
+      service_(service),
+      view_(view),
+      loading_(loading),
+      programFolder_(std::move(programFolder)),
+      programName_(std::move(programName)) {}
+
+bool SettingsPage::isOn(setting::Key key, const char* defaultValue) {
+    return settings_.ReadSetting(key, QLatin1String(defaultValue)) == QLatin1String("1");
+}
+
+QString SettingsPage::runValueData() const {
+    return u'"' + programFolder_ + u'\\' + programName_ + QStringLiteral(".Exe\" /boot");
+}
+
+void SettingsPage::sendRunValue(bool on) {
+    const QString target = product::runKey() + u'|' + product::name();
+    service_.SendToService(on ? QStringLiteral("RegSetString|") + target + u'|' + runValueData()
+                              : QStringLiteral("RegDeleteVal|") + target);
+}
+
+void SettingsPage::ApplySettings() {
+    // The registry is the truth; the key in the file only follows it.
+    const QString run = registry_.GetStringValue(product::runKey(), product::name());
+    const bool startsWithWindows = !run.isEmpty() && run != QLatin1String("Error");
+    settings_.WriteSetting(setting::RunOnStartup, startsWithWindows ? "1" : "0");
+    view_.setStartWithWindows(startsWithWindows);
+
+    for (const int index : {0, 1, 2, 3, 6, 7, 8}) {
+        view_.setProgramSetting(
+            index, isOn(setting::ProgramSettings[index], setting::ProgramSettingDefaults[index]));
+    }
+    const bool controlCentre = isOn(setting::BrenmoorControlCenter, setting::On);
+    view_.setProgramSetting(9, controlCentre);
+    settings_.WriteSetting(setting::BrenmoorControlCenter, controlCentre ? "1" : "0");
+
+    view_.setProgramSetting(4, isOn(setting::LogAllActivity, setting::On));
+    view_.setProgramSetting(5, isOn(setting::ClearLargeLogfile, setting::On));
+    view_.setLogSize(
+        settings_.ReadSetting(setting::MaximumLogSize, setting::MaximumLogSizeDefault));
+    view_.setSchedulerAction(settings_.ReadSetting(setting::SchedulerAction, setting::Off));
+    view_.setActivateLiveUpdate(isOn(setting::UpdatesActivate, setting::On));
+}
+
+void SettingsPage::chkProgramSettings_Click(int index, bool on) {
+    if (!loading_ && index >= 0 && index < int(std::size(setting::ProgramSettings))) {
+        settings_.WriteSetting(setting::ProgramSettings[index], on ? "1" : "0");
+    }
+}
+
+void SettingsPage::chkStartWithWin_Click(bool on) {
+    if (loading_) {
+        return;
+    }
+    settings_.WriteSetting(setting::RunOnStartup, on ? "1" : "0");
+    sendRunValue(on);
+}
+
+}  // namespace state

@@ -1,0 +1,52 @@
+#pragma once
+#include <QString>
+
+#include "state/ServiceChannel.h"
+#include "state/modRegistry.h"
+#include "state/modSettings.h"
+
+namespace state {
+
+// The controls of the settings pages as the settings logic sets them.
+class SettingsView {
+public:
+    virtual ~SettingsView() = default;
+    virtual void setStartWithWindows(bool on) = 0;               // chkStartWithWin
+    virtual void setProgramSetting(int index, bool on) = 0;      // chkProgramSettings(index)
+    virtual void setLogSize(const QString& text) = 0;            // txtLogSize
+    virtual void setSchedulerAction(const QString& action) = 0;  // cmbSchedulerAction
+    virtual void setActivateLiveUpdate(bool on) = 0;             // chkActivateLiveUpdate
+};
+
+// Puts the stored settings into the settings pages and stores each change at once. While the
+// main form loads (`loading`), the change handlers do nothing.
+class SettingsPage {
+public:
+    SettingsPage(modSettings& settings, modRegistry& registry, ServiceChannel& service,
+                 SettingsView& view, const bool& loading, QString programFolder,
+                 QString programName);
+
+    void ApplySettings();
+
+    void chkProgramSettings_Click(int index, bool on);
+    // Stores RunOnStartup and has the service write or delete the Run value.
+    void chkStartWithWin_Click(bool on);
+
+    // The data of the Run value: the program with the /boot switch, ".Exe" spelled so.
+    QString runValueData() const;
+    // Writes the Run value through the service, or deletes it.
+    void sendRunValue(bool on);
+
+private:
+    bool isOn(setting::Key key, const char* defaultValue);
+
+    modSettings& settings_;
+    modRegistry& registry_;
+    ServiceChannel& service_;
+    SettingsView& view_;
+    const bool& loading_;
+    const QString programFolder_;
+    const QString programName_;
+};
+
+}  // namespace state

@@ -1,0 +1,20 @@
+#include "state/SystemDateFormats.h"
+
+#include "state/AnsiText.h"
+
+namespace state {
+
+basic::DateFormats systemDateFormats(platform::Platform& platform) {
+    basic::DateFormats formats;
+    const auto read = [&platform](std::uint32_t type, QString* into) {
+        const std::string text = platform.environment.GetLocaleInfoA(type);
+        if (!text.empty()) {
+            *into = fromAnsi(platform.codePage, text);
+        }
+    };
+    read(platform::localeinfo::ShortDate, &formats.shortDate);
+    read(platform::localeinfo::TimeFormat, &formats.time);
+    return formats;
+}
+
+}  // namespace state

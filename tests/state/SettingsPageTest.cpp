@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include <QStringList>
+
+#include <map>
+
+#include "state/ProductNames.h"
+#include "state/SettingsPage.h"
+#include "support/TestMachine.h"
+
+namespace {
+
+using namespace state;
+
+class RecordingChannel final : public ServiceChannel {
+public:
+    void SendToService(const QString& commandText) override { sent << commandText; }
+    QStringList sent;
+};
+
+class RecordingView final : public SettingsView {
+public:
+    void setStartWithWindows(bool on) override { startWithWindows = on; }
+    void setProgramSetting(int index, bool on) override { boxes[index] = on; }
+    void setLogSize(const QString& text) override { logSize = text; }
+    void setSchedulerAction(const QString& action) override { schedulerAction = action; }
+    void setActivateLiveUpdate(bool on) override { liveUpdate = on; }
+
+    std::optional<bool> startWithWindows;
+    std::map<int, bool> boxes;
+    QString logSize;
+    QString schedulerAction;
+    std::optional<bool> liveUpdate;
+};
+
+class SettingsPageTest : public ::testing::Test {
+protected:
+    SettingsPageTest() {
+        machine.platform().files.MkDir("C:\\ProgramData\\Tallowick");
+        machine.platform().files.MkDir("C:\\ProgramData\\Tallowick\\Settings");
+        settings.setSettingsPath("C:\\ProgramData\\Tallowick\\Settings\\Tallowick.ini");
+    }
+    void setRunValue(const QString& data) {
+        registry.SetStringValue(product::runKey(), product::name(), data);
+    }
+
+    testing_support::TestMachine machine;
+    modSettings settings{machine.platform()};
+    modRegistry registry{machine.platform()};
+    RecordingChannel channel;
+    RecordingView view;
+    bool loading = false;
+    SettingsPage page{settings,    registry, channel, view, loading, "C:\\Program Files\\Tallowick",
+                      "Tallo-wick"};
+};
+
+// A first run: every box takes its default, only ScanOnLoad off; the control centre's box is
+// written back; no Run value means the program does not start with Windows.
+TEST_F(SettingsPageTest, FirstRunShowsTheDefaults) {
+    page.ApplySettings();
+    const std::map<int, bool> expected{{0, true}, {1, true}, {2, true}, {3, true},  {4, true},
+                                       {5, true}, {6, true}, {7, true}, {8, false}, {9, true}};
+    EXPECT_EQ(view.boxes, expected);
+    EXPECT_EQ(view.startWithWindows, false);
+    EXPECT_EQ(view.logSize, "2");
+    EXPECT_EQ(view.schedulerAction, "0");
+    EXPECT_EQ(view.liveUpdate, true);
+    EXPECT_EQ(settings.ReadSetting(setting::BrenmoorControlCenter, "x"), "1");
+    EXPECT_EQ(settings.ReadSetting(setting::RunOnStartup, "x"), "0");
+}
+
+// The registry is the truth for starting with Windows: the file's key follows it, and a Run
+// value whose data is "Error" counts as absent.
+TEST_F(SettingsPageTest, TheRunValueDecidesStartWithWindows) {
+    settings.WriteSetting(setting::RunOnStartup, "0");
+    registry.CreateKey(product::runKey());
+    setRunValue("\"C:\\Program Files\\Tallowick\\Tallo-wick.Exe\" /boot");
+    page.ApplySettings();
+    EXPECT_EQ(view.startWithWindows, true);
+    EXPECT_EQ(settings.ReadSetting(setting::RunOnStartup, "x"), "1");
+
+    setRunValue("Error");
+    page.ApplySettings();
+    EXPECT_EQ(view.startWithWindows, false);
+    EXPECT_EQ(settings.ReadSetting(setting::RunOnStartup, "x"), "0");
+}
+
+// Each click stores at once, outside the loading state only; the start-with-Windows box sends
+// the Run value, or its delete, through the service.
+TEST_F(SettingsPageTest, ClicksStoreAtOnceOutsideLoading) {
+    loading = true;
+    page.chkProgramSettings_Click(8, true);
+    page.chkStartWithWin_Click(true);
+    EXPECT_EQ(settings.ReadSetting(setting::ScanOnLoad, "unset"), "unset");
+    EXPECT_TRUE(channel.sent.isEmpty());
+
+    loading = false;
+    page.chkProgramSettings_Click(8, true);
+    EXPECT_EQ(settings.ReadSetting(setting::ScanOnLoad, "unset"), "1");
+    page.chkStartWithWin_Click(true);
+    page.chkStartWithWin_Click(false);
+    const QString run = "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+    EXPECT_EQ(channel.sent,
+              QStringList({"RegSetString|" + run +
+                               "|Tallowick|\"C:\\Program Files\\Tallowick\\Tallo-wick.Exe\" /boot",
+                           "RegDeleteVal|" + run + "|Tallowick"}));
+    EXPECT_EQ(settings.ReadSetting(setting::RunOnStartup, "x"), "0");
+}
+
+}  // namespace
