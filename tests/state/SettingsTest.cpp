@@ -60,7 +60,7 @@ TEST_F(SettingsTest, ValuesAreCutAt255Characters) {
 // Garbage, a file without sections and a read-only file: keys read their defaults or what is
 // there, a write to the read-only file fails in silence, and a write elsewhere loses nothing.
 TEST_F(SettingsTest, BadFilesReadAsDefaultsAndLoseNothing) {
-    machine.placeFile(kSettings.toStdString(), std::string("\x00\xff\xfe garbage\x1a", 14));
+    machine.placeFile(kSettings.toStdString(), std::string("\x00\xff\xfe garbage\x1a", 12));
     EXPECT_EQ(settings.ReadSetting(setting::LogAllActivity, setting::On), "1");
 
     machine.placeFile(kSettings.toStdString(), "NoSection=1\r\n; note\r\n[General]\r\nA=b\r\n");
