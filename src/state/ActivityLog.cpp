@@ -2,6 +2,7 @@
 
 #include "core/BasicNumber.h"
 #include "state/AnsiText.h"
+#include "state/FileHelpers.h"
 #include "state/MessageLoop.h"
 
 namespace state {
@@ -19,9 +20,8 @@ void ActivityLog::write(const QString& line) {
 }
 
 void ActivityLog::empty() {
-    const std::string file = toAnsi(platform_.codePage, path_);
-    platform_.files.Kill(file);
-    platform_.files.writeFile(file, {});
+    platform_.files.Kill(toAnsi(platform_.codePage, path_));
+    FileHelpers(platform_).CreateBlankFile(path_);
 }
 
 void ActivityLog::ClearLargeLogfile() {

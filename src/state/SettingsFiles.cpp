@@ -44,9 +44,17 @@ bool SettingsFiles::LoadFiles(const QString& path, QStringList& list) {
     return true;
 }
 
-bool SettingsFiles::replacePlain(const QString& path, const QStringList& list) {
+void SettingsFiles::removeOld(const QString& path) {
     const std::string file = toAnsi(platform_.codePage, path);
-    return platform_.files.writeFile(file,
+    if (platform_.files.FileExists(file)) {
+        platform_.files.SetAttr(file, platform::fileattr::Normal);
+        platform_.files.Kill(file);
+    }
+}
+
+bool SettingsFiles::replacePlain(const QString& path, const QStringList& list) {
+    removeOld(path);
+    return platform_.files.writeFile(toAnsi(platform_.codePage, path),
                                      toAnsi(platform_.codePage, list.join(QStringLiteral("\r\n"))));
 }
 
@@ -56,12 +64,8 @@ void SettingsFiles::SaveSettingsToFile(const QStringList& list, const QString& f
         return;
     }
     const QString path = dataFolder_ + folder + fileName;
-    const std::string file = toAnsi(platform_.codePage, path);
-    if (platform_.files.FileExists(file)) {
-        platform_.files.SetAttr(file, platform::fileattr::Normal);
-        platform_.files.Kill(file);
-    }
     if (useUTF8) {
+        removeOld(path);
         QString errorText;
         if (!localisation::modUTF8_FileIO(platform_).WriteUTF8File(
                 path, list.join(QStringLiteral("\r\n")), errorText, false)) {
@@ -79,11 +83,6 @@ void SettingsFiles::SaveSettingsToFile(const QStringList& list, const QString& f
 }
 
 void SettingsFiles::SaveToFile(const QString& path, const QStringList& list) {
-    const std::string file = toAnsi(platform_.codePage, path);
-    if (platform_.files.FileExists(file)) {
-        platform_.files.SetAttr(file, platform::fileattr::Normal);
-        platform_.files.Kill(file);
-    }
     if (!replacePlain(path, list)) {
         tell(
             QStringLiteral("Error 75 (Path/File access error) in procedure SaveToFile at 0 of "

@@ -28,6 +28,9 @@ public:
     void SaveData();
 
 private:
+    // Clears the attributes of an existing file and deletes it.
+    void removeOld(const QString& path);
+    // Replaces the file with the lines in the system code page.
     bool replacePlain(const QString& path, const QStringList& list);
     void tell(const QString& text);
 
