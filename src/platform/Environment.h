@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -59,6 +60,8 @@ public:
     // GetLocaleInfoA for the user's default locale; "" for a type it does not know.
     virtual std::string GetLocaleInfoA(std::uint32_t lcType) = 0;
     virtual OsVersion osVersion() = 0;
+    // The names of the screen fonts, in the order Screen.Fonts lists them.
+    virtual std::vector<std::string> screenFonts() = 0;
     // SHGetFolderPathA with a buffer of 260: 0 (S_OK) and the path, or a negative HRESULT.
     // csidl may carry csidl::FlagCreate.
     virtual std::int32_t SHGetFolderPathA(int csidl, std::string* path) = 0;

@@ -65,6 +65,9 @@ public:
 
     // FileLen: the size in bytes; nothing for a missing file or a folder.
     virtual std::optional<std::uint64_t> FileLen(const std::string& path) = 0;
+    // FileDateTime: the last modification, in whole seconds since 1970-01-01 UTC; nothing for
+    // a missing entry.
+    virtual std::optional<std::int64_t> FileDateTime(const std::string& path) = 0;
     // SetAttr: fileattr::ReadOnly sets the read-only mark, fileattr::Normal clears it. False for a
     // missing entry.
     virtual bool SetAttr(const std::string& path, std::uint32_t attributes) = 0;

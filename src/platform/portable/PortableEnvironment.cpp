@@ -78,6 +78,14 @@ std::string PortableEnvironment::GetComputerNameA() {
     return ansi(facts_.computerName);
 }
 
+std::vector<std::string> PortableEnvironment::screenFonts() {
+    std::vector<std::string> names;
+    for (const auto& font : facts_.fonts) {
+        names.push_back(ansi(font));
+    }
+    return names;
+}
+
 std::string PortableEnvironment::GetLocaleInfoA(std::uint32_t lcType) {
     switch (lcType) {
         case localeinfo::AbbrevLangName:

@@ -27,6 +27,7 @@ public:
     std::string GetComputerNameA() override;
     std::string GetLocaleInfoA(std::uint32_t lcType) override;
     OsVersion osVersion() override { return facts_.os; }
+    std::vector<std::string> screenFonts() override;
     std::int32_t SHGetFolderPathA(int csidl, std::string* path) override;
 
 private:

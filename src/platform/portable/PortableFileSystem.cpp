@@ -6,6 +6,7 @@
 
 #include <poll.h>
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -261,6 +262,15 @@ std::optional<std::uint64_t> PortableFileSystem::FileLen(const std::string& path
     }
     const auto size = fs::file_size(*host, error);
     return error ? std::nullopt : std::optional<std::uint64_t>(size);
+}
+
+std::optional<std::int64_t> PortableFileSystem::FileDateTime(const std::string& path) {
+    const auto host = paths_.existing(path);
+    struct stat status {};
+    if (!host || ::stat(host->c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return static_cast<std::int64_t>(status.st_mtime);
 }
 
 bool PortableFileSystem::SetAttr(const std::string& path, std::uint32_t attributes) {

@@ -25,6 +25,7 @@ public:
     bool writeFile(const std::string& path, const std::string& bytes) override;
     bool appendFile(const std::string& path, const std::string& bytes) override;
     std::optional<std::uint64_t> FileLen(const std::string& path) override;
+    std::optional<std::int64_t> FileDateTime(const std::string& path) override;
     bool SetAttr(const std::string& path, std::uint32_t attributes) override;
     bool Kill(const std::string& path) override;
     bool CopyFolder(const std::string& source, const std::string& destination,
