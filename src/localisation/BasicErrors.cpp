@@ -4,6 +4,10 @@ namespace localisation {
 
 QString BasicErrorDescription(int number) {
     switch (number) {
+        case basicerror::InvalidProcedureCall:
+            return QStringLiteral("Invalid procedure call or argument");
+        case basicerror::Overflow:
+            return QStringLiteral("Overflow");
         case basicerror::SubscriptOutOfRange:
             return QStringLiteral("Subscript out of range");
         case basicerror::BadFileNameOrNumber:

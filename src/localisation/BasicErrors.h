@@ -3,8 +3,10 @@
 
 namespace localisation {
 
-// Basic's run-time errors of the file operations used here.
+// Basic's run-time errors of the operations used here.
 namespace basicerror {
+inline constexpr int InvalidProcedureCall = 5;
+inline constexpr int Overflow = 6;
 inline constexpr int SubscriptOutOfRange = 9;
 inline constexpr int BadFileNameOrNumber = 52;
 inline constexpr int FileNotFound = 53;

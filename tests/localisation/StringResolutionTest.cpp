@@ -1,0 +1,149 @@
+#include <gtest/gtest.h>
+
+#include <QRandomGenerator>
+
+#include "core/BasicText.h"
+#include "core/QtPrinters.h"
+#include "localisation/LanguageText.h"
+
+namespace {
+
+using localisation::LanguageText;
+
+const QString kError = "Error in function GetStrLocValue -- line ";
+
+// A language text with one code-strings section of the given lines, and a section behind it.
+LanguageText languageOf(const QStringList& codeStrings, const QString& tail = "[[Menus]]\r\n") {
+    LanguageText language("TW");
+    language.SetLanguageText("; head\r\n[[Code_Strings]]\r\n" + codeStrings.join("\r\n") + "\r\n" +
+                             tail);
+    language.InitCodeStrings();
+    return language;
+}
+
+TEST(GetSectionTest, FindsSectionsWithOrWithoutBracketsAndDropsComments) {
+    LanguageText language("TW");
+    language.SetLanguageText(
+        "[[Menus]]\r\n  Menu1=mnuPopup|Open  \r\n\r\n  ; a note\r\n;x\r\nMenu2=b\r\n"
+        "[[TW_frmMain]]\r\ncmdScanNow.Caption=\"Scan\"\r\n");
+    const QStringList expected{"[[Menus]]", "Menu1=mnuPopup|Open", "Menu2=b"};
+    EXPECT_EQ(language.GetSection("Menus"), expected);
+    QString name = "[[Menus]]";
+    EXPECT_EQ(language.GetSection(name), expected);
+    QString bare = "TW_frmMain";
+    language.GetSection(bare);
+    EXPECT_EQ(bare, "[[TW_frmMain]]");
+    EXPECT_EQ(language.GetSection("Missing"), QStringList{QString()});
+    // Names compare with case.
+    EXPECT_EQ(language.GetSection("menus"), QStringList{QString()});
+}
+
+// The last section of a text ends one character early: its last character is lost.
+TEST(GetSectionTest, TheLastSectionLosesTheLastCharacterOfTheText) {
+    LanguageText language("TW");
+    language.SetLanguageText("[[Menus]]\r\nMenu1=abc");
+    EXPECT_EQ(language.GetSection("Menus"), (QStringList{"[[Menus]]", "Menu1=ab"}));
+}
+
+TEST(GetStrLocValueTest, MatchesTheWholeNameBeforeTheEqualSign) {
+    const LanguageText language =
+        languageOf({"strLoc_FooBar=long", "strLoc_Foo = short ", "strLoc_Foo=second", "strLoc_Bare",
+                    "strLoc_Q=\"quoted\"", "strLoc_Half=\"abc"});
+    EXPECT_EQ(language.GetStrLocValue("strLoc_Foo"), "short");
+    EXPECT_EQ(language.GetStrLocValue("strLoc_FooBar"), "long");
+    EXPECT_EQ(language.GetStrLocValue("strLoc_Fo"), kError + "strLoc_Fo");
+    EXPECT_EQ(language.GetStrLocValue("strLoc_Bare"), kError + "strLoc_Bare");
+    EXPECT_EQ(language.GetStrLocValue("strLoc_Q"), "quoted");
+    EXPECT_EQ(language.GetStrLocValue("strLoc_Half"), "abc");
+}
+
+TEST(ProcessLanguageLineTest, TwoEqualSignsLetTheValueHoldOne) {
+    const LanguageText language = languageOf({"a=b"});
+    EXPECT_EQ(language.ProcessLanguageLine("a==b=c"), "b=c");
+    EXPECT_EQ(language.ProcessLanguageLine("a=b=c"),
+              "Error in function ProcessLanguageLine: a=b=c");
+    EXPECT_EQ(language.ProcessLanguageLine("a==b==c"),
+              "Error in function ProcessLanguageLine: a==b==c");
+    EXPECT_EQ(language.ProcessLanguageLine("novalue"),
+              "Error in function ProcessLanguageLine: novalue");
+    EXPECT_EQ(language.ProcessLanguageLine("a=  \"  padded  \"  "), "  padded  ");
+}
+
+TEST(ResolveVariablesTest, ExpandsEveryPlaceholderForm) {
+    const LanguageText language =
+        languageOf({"strLoc_Ok=OK", "str_Name=Tallowick", "strURL_Site=http://x",
+                    "strLoc_Nested={str_Name} at {strURL_Site}",
+                    "strLoc_Empty=", "strLoc_CS_ProductName_TW=Tallowick"});
+    EXPECT_EQ(language.ResolveVariables("{strLoc_Nested}!"), "Tallowick at http://x!");
+    EXPECT_EQ(language.ResolveVariables("a{CRLF}b"), "a\r\nb");
+    EXPECT_EQ(language.ResolveVariables("{#NumItems} found"), ">>>NumItems} found");
+    EXPECT_EQ(language.ResolveVariables("{#AppID}-{#AppID}"), "TW-TW");
+    EXPECT_EQ(language.ResolveVariables("{strLoc_CS_ProductName_{#AppID}}"), "Tallowick");
+    EXPECT_EQ(language.ResolveVariables("use {MNUPopup}"), "use MNUPopup");
+    EXPECT_EQ(language.ResolveVariables("x{strLoc_Missing}y"), "x" + kError + "strLoc_Missingy");
+    // An empty value leaves its placeholder.
+    EXPECT_EQ(language.ResolveVariables("{strLoc_Empty}"), "{strLoc_Empty}");
+    // A brace pair of no known form blocks everything behind it.
+    EXPECT_EQ(language.ResolveVariables("{unknown}x{strLoc_Ok}"), "{unknown}x{strLoc_Ok}");
+    EXPECT_EQ(language.ResolveVariables("{strLoc_Ok} {"), "OK {");
+}
+
+TEST(ResolveVariablesTest, VariablesThatNameEachOtherEndInAnErrorText) {
+    const LanguageText language =
+        languageOf({"strLoc_A=a{strLoc_B}", "strLoc_B=b{strLoc_A}", "strLoc_Self={strLoc_Self}"});
+    const QString a = language.GetStrLocValue("strLoc_A");
+    EXPECT_TRUE(a.startsWith("ab"));
+    EXPECT_TRUE(a.contains("variables refer to each other: strLoc_A > strLoc_B > strLoc_A"));
+    EXPECT_TRUE(language.GetStrLocValue("strLoc_Self").contains("refer to each other"));
+    // The guard leaves no trace: an acyclic lookup afterwards is unaffected.
+    EXPECT_TRUE(language.GetStrLocValue("strLoc_B").startsWith("ba"));
+}
+
+TEST(ResolveVariablesTest, TheShelterKeepsSharedValuesOpen) {
+    LanguageText language =
+        languageOf({"str_Name=Tallowick", "strLoc_ErrorString=Error", "strLoc_Ok=OK"});
+    language.setShelterSharedValues(true);
+    EXPECT_EQ(language.ResolveVariables("{str_Name} {strLoc_ErrorString} {strLoc_Ok}"),
+              "{str_Name} {strLoc_ErrorString} OK");
+}
+
+TEST(FillComboFromLanguageTest, SplitsAndTrimsTheEntries) {
+    const LanguageText language = languageOf({"strLoc_Days= Monday | Tuesday|Wednesday "});
+    EXPECT_EQ(language.FillComboFromLanguage("strLoc_Days"),
+              (QStringList{"Monday", "Tuesday", "Wednesday"}));
+}
+
+// The index must find what a walk over the lines finds, first match first, for any mix of
+// names, prefixes of names, blanks around "=" and duplicates.
+TEST(GetStrLocValueTest, TheIndexAgreesWithTheLinearSearch) {
+    const QStringList names{"strLoc_A", "strLoc_AB", "strLoc_A B", "str_A", "", "strLoc_Ab"};
+    auto* random = QRandomGenerator::global();
+    for (int round = 0; round < 50; ++round) {
+        QStringList lines;
+        for (int i = 0; i < 30; ++i) {
+            const QString name = names[random->bounded(int(names.size()))];
+            const QString gap = QString(random->bounded(3), u' ');
+            lines << name + gap + (random->bounded(4) == 0 ? "" : "=") + gap + QString::number(i);
+        }
+        const LanguageText language = languageOf(lines);
+        for (const QString& name : names + QStringList{"strLoc_", "strLoc_A "}) {
+            QString expected = kError + name;
+            for (const QString& line : language.codeStrings()) {
+                const QStringList parts = basic::split(line, "=");
+                if (line.startsWith(name) && parts.size() >= 2 && basic::trim(parts[0]) == name) {
+                    expected = language.ProcessLanguageLine(line);
+                    break;
+                }
+            }
+            EXPECT_EQ(language.GetStrLocValue(name), expected) << lines.join("|").toStdString();
+        }
+    }
+}
+
+TEST(StripQuotesTest, RemovesOneQuoteAtEachEnd) {
+    EXPECT_EQ(localisation::StripQuotes("\"\"a\"\""), "\"a\"");
+    EXPECT_EQ(localisation::StripQuotes("\""), "");
+    EXPECT_EQ(localisation::StripQuotes("a\""), "a");
+}
+
+}  // namespace
