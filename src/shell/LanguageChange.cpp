@@ -1,0 +1,70 @@
+#include "shell/LanguageChange.h"
+
+#include "localisation/LanguageLoader.h"
+#include "state/LanguageSetting.h"
+#include "state/ProductNames.h"
+#include "state/UniMsgBox.h"
+
+namespace shell {
+
+LanguageChange::LanguageChange(platform::Platform& platform, localisation::LanguageText& language,
+                               const localisation::LanguageOptions& options,
+                               state::modRegistry& registry, state::ServiceChannel& service,
+                               QString productName)
+    : platform_(platform),
+      language_(language),
+      options_(options),
+      registry_(registry),
+      service_(service),
+      productName_(std::move(productName)) {}
+
+MainLanguageTexts LanguageChange::mainLanguageTexts(const localisation::LanguageText& language) {
+    const auto value = [&language](const char* name) {
+        return language.GetStrLocValue(QString::fromLatin1(name));
+    };
+    MainLanguageTexts texts;
+    texts.errorString = value("strLoc_ErrorString");
+    texts.languagePrompt = value("strLoc_SH_LanguagePrompt");
+    texts.daysOfWeek = language.FillComboFromLanguage(QStringLiteral("strLoc_SH_DaysOfWeek"));
+    texts.schedulerActions =
+        language.FillComboFromLanguage(QStringLiteral("strLoc_SH_SchedulerActions"));
+    texts.columnProgramName = value("strLoc_TW_LstColHdr_ProgramName");
+    texts.columnPublisher = value("strLoc_TW_LstColHdr_Publisher");
+    texts.columnLocation = value("strLoc_TW_LstColHdr_Location");
+    texts.trayTip = value("strLoc_SH_ClickHereToOpen");
+    return texts;
+}
+
+void LanguageChange::show(const QString& text) const {
+    state::UniMessageBox(platform_.messageBox, productName_)
+        .UniMsgBox(text, platform::mbstyle::Ok, productName_);
+}
+
+bool LanguageChange::changeLanguage(const QString& id, MainLanguageView& view) {
+    language_.setLanguageId(id);
+    language_.SetLoadedLanguage(QString());
+    QString errorText;
+    if (!localisation::LanguageLoader(platform_, language_, options_).InitLanguageText(errorText)) {
+        show(QStringLiteral("Error loading the language filee: ") + errorText);
+        return false;
+    }
+    if (!view.setCaptions(errorText)) {
+        show(QStringLiteral("InitForm Error: ") + errorText);
+        return false;
+    }
+    const MainLanguageTexts texts = mainLanguageTexts(language_);
+    view.showLanguageTexts(texts);
+    if (view.createMenus(errorText) < 1) {
+        show(QStringLiteral("CreateMenus Error: ") + errorText);
+        view.endProcess();
+        return false;
+    }
+    view.setTrayTip(texts.trayTip);
+    if (!state::SaveLanguage(registry_, service_, state::product::key(), id)) {
+        show(QStringLiteral("Error saving the language ID '") + id + u'\'');
+        return false;
+    }
+    return true;
+}
+
+}  // namespace shell

@@ -1,0 +1,29 @@
+#include "state/LanguageSetting.h"
+
+#include "state/SettingNames.h"
+
+namespace state {
+
+namespace {
+
+const QString kValue = QString::fromLatin1(productvalue::Language);
+
+}  // namespace
+
+QString GetStoredLanguage(modRegistry& registry, const QString& productKey) {
+    const QString value = registry.GetStringValue(productKey, kValue);
+    return value.toLower() == u"error" ? QString() : value;
+}
+
+bool SaveLanguage(modRegistry& registry, ServiceChannel& service, const QString& productKey,
+                  const QString& id) {
+    service.SendToService(QStringLiteral("RegSetString|") + productKey + u'|' + kValue + u'|' + id);
+    if (GetStoredLanguage(registry, productKey) == id) {
+        return true;
+    }
+    registry.CreateKey(productKey);
+    registry.SetStringValue(productKey, kValue, id);
+    return GetStoredLanguage(registry, productKey) == id;
+}
+
+}  // namespace state
