@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "ServiceMachine.h"
 #include "platform/portable/ServiceLock.h"
 #include "service/ServiceControl.h"
 #include "state/AnsiText.h"
@@ -37,21 +38,6 @@ public:
     std::function<void()> onRecovery;
 };
 
-// A machine with the service installed and its programs mapped, before anything holds a
-// reference into it.
-struct ServiceMachine : testing_support::TestMachine {
-    ServiceMachine() {
-        mapProgram("C:\\Program Files\\Tallowick\\Tallo-wickService.exe", SERVICE_PROGRAM);
-        mapProgram("C:\\Program Files\\Tallowick\\Starter.exe", STARTER_PROGRAM);
-        importReg(
-            "Windows Registry Editor Version 5.00\r\n\r\n"
-            "[HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\Tallowick Service]\r\n"
-            "\"DisplayName\"=\"Tallowick Service\"\r\n"
-            "\"ImagePath\"=\"\\\"C:\\\\Program "
-            "Files\\\\Tallowick\\\\Tallo-wickService.exe\\\"\"\r\n");
-    }
-};
-
 class ServiceChannelTest : public ::testing::Test {
 protected:
     ServiceChannelTest() { folders.UpdateFileLocations(channel); }
@@ -76,7 +62,7 @@ protected:
         return registry.GetStringValue(keyPath, name);
     }
 
-    ServiceMachine machine;
+    testing_support::ServiceMachine machine;
     platform::Platform& platform = machine.platform();
     state::modRegistry registry{platform};
     state::DataFolders folders{platform, "C:\\Program Files\\Tallowick", "Tallowick"};

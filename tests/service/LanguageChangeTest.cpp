@@ -1,0 +1,138 @@
+// Storing the language and changing it while the program runs, with the real service taking
+// the registry write.
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "ServiceMachine.h"
+#include "core/QtPrinters.h"
+#include "service/ServiceControl.h"
+#include "shell/LanguageChange.h"
+#include "state/LanguageSetting.h"
+#include "state/ProductNames.h"
+#include "state/modServiceCom.h"
+#include "support/ProgramRun.h"
+#include "support/RecordingMessageBox.h"
+
+namespace {
+
+using state::product::key;
+
+// Records what the main window is told, in order.
+class RecordingMainView final : public shell::MainLanguageView {
+public:
+    bool setCaptions(QString& errorText) override {
+        calls << "captions";
+        errorText = captionsError;
+        return captionsError.isEmpty();
+    }
+    void showLanguageTexts(const shell::MainLanguageTexts& shown) override {
+        calls << "texts";
+        texts = shown;
+    }
+    int createMenus(QString& errorText) override {
+        calls << "menus";
+        errorText = "no menu line";
+        return menus;
+    }
+    void setTrayTip(const QString& tip) override { calls << "tray:" + tip; }
+    void endProcess() override { calls << "end"; }
+
+    QStringList calls;
+    QString captionsError;
+    int menus = 2;
+    shell::MainLanguageTexts texts;
+};
+
+// The service runs throughout, so the start-up forms are never asked to recover it.
+class UnusedGate final : public state::ServiceGate {
+public:
+    void ServiceRecovery(bool) override { ADD_FAILURE() << "the service was not running"; }
+};
+
+std::string shippedLanguage(const char* id) {
+    QFile file(QString(TALLOWICK_PROGRAM_DATA_DIR "/localized/") + id + "/Language.inx");
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
+class LanguageChangeTest : public ::testing::Test {
+protected:
+    LanguageChangeTest() {
+        folders.UpdateFileLocations(channel);
+        options.programFolder = "C:\\Program Files\\Tallowick";
+        for (const char* id : {"en", "de"}) {
+            machine.placeFile(
+                std::string("C:\\Program Files\\Tallowick\\localized\\") + id + "\\Language.inx",
+                shippedLanguage(id));
+        }
+        EXPECT_EQ(testing_support::runProgram(STARTER_PROGRAM, {},
+                                              QString::fromStdString(machine.folder().string()))
+                      .status,
+                  0);
+    }
+    ~LanguageChangeTest() override { service::stopProductService(platform); }
+
+    testing_support::RecordingMessageBox box;
+    testing_support::ServiceMachine machine{&box};
+    platform::Platform& platform = machine.platform();
+    state::modRegistry registry{platform};
+    state::DataFolders folders{platform, "C:\\Program Files\\Tallowick", "Tallowick"};
+    UnusedGate gate;
+    state::modServiceCom channel{platform, registry, folders, gate};
+    localisation::LanguageOptions options;
+    localisation::LanguageText language{"TW"};
+    shell::LanguageChange change{platform, language, options, registry, channel, "Tallowick"};
+    RecordingMainView view;
+};
+
+TEST_F(LanguageChangeTest, SaveLanguageStoresThroughTheService) {
+    EXPECT_TRUE(state::SaveLanguage(registry, channel, key(), "fr"));
+    EXPECT_EQ(state::GetStoredLanguage(registry, key()), "fr");
+}
+
+TEST_F(LanguageChangeTest, TheWindowGetsTheNewWordsAndTheChoiceIsStored) {
+    ASSERT_TRUE(change.changeLanguage("de", view));
+    ASSERT_EQ(view.calls.size(), 4);
+    EXPECT_EQ(view.calls.mid(0, 3), (QStringList{"captions", "texts", "menus"}));
+    EXPECT_EQ(view.calls[3], "tray:" + view.texts.trayTip);
+    EXPECT_EQ(view.texts.daysOfWeek.size(), 7);
+    EXPECT_EQ(view.texts.schedulerActions.size(), 2);
+    EXPECT_FALSE(view.texts.columnPublisher.isEmpty());
+    EXPECT_EQ(language.loadedLanguage(), "de");
+    EXPECT_EQ(state::GetStoredLanguage(registry, key()), "de");
+    EXPECT_TRUE(box.shown.empty());
+}
+
+// A language without its file: the message keeps its misspelling, the text in memory counts
+// as stale and nothing is stored.
+TEST_F(LanguageChangeTest, AFailedReloadIsShownAndStopsTheChange) {
+    ASSERT_TRUE(change.changeLanguage("en", view));
+    view.calls.clear();
+    EXPECT_FALSE(change.changeLanguage("fr", view));
+    ASSERT_EQ(box.shown.size(), 1u);
+    EXPECT_EQ(box.shown[0].text,
+              "Error loading the language filee: Error in function LoadUTF8IniFile: File "
+              "'C:\\Program Files\\Tallowick\\localized\\fr\\Language.inx' cannot be found");
+    EXPECT_EQ(box.shown[0].caption, "Tallowick");
+    EXPECT_TRUE(view.calls.isEmpty());
+    EXPECT_EQ(language.loadedLanguage(), "");
+    EXPECT_EQ(state::GetStoredLanguage(registry, key()), "en");
+}
+
+TEST_F(LanguageChangeTest, FailedCaptionsOrMenusStopTheChange) {
+    view.captionsError = "App Section TW-TW_frmMain is missing or has no data";
+    EXPECT_FALSE(change.changeLanguage("de", view));
+    EXPECT_EQ(box.shown.back().text,
+              "InitForm Error: App Section TW-TW_frmMain is missing or has no data");
+    EXPECT_EQ(view.calls, QStringList{"captions"});
+
+    view.captionsError.clear();
+    view.menus = 0;
+    view.calls.clear();
+    EXPECT_FALSE(change.changeLanguage("de", view));
+    EXPECT_EQ(box.shown.back().text, "CreateMenus Error: no menu line");
+    EXPECT_EQ(view.calls, (QStringList{"captions", "texts", "menus", "end"}));
+    EXPECT_EQ(state::GetStoredLanguage(registry, key()), "");
+}
+
+}  // namespace

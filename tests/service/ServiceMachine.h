@@ -1,0 +1,24 @@
+#pragma once
+#include "support/TestMachine.h"
+
+namespace testing_support {
+
+// A machine with the service installed and its programs mapped, before anything holds a
+// reference into it; with a box, that box answers the machine's message boxes.
+struct ServiceMachine : testing_support::TestMachine {
+    explicit ServiceMachine(platform::MessageBox* box = nullptr) {
+        mapProgram("C:\\Program Files\\Tallowick\\Tallo-wickService.exe", SERVICE_PROGRAM);
+        mapProgram("C:\\Program Files\\Tallowick\\Starter.exe", STARTER_PROGRAM);
+        importReg(
+            "Windows Registry Editor Version 5.00\r\n\r\n"
+            "[HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\Tallowick Service]\r\n"
+            "\"DisplayName\"=\"Tallowick Service\"\r\n"
+            "\"ImagePath\"=\"\\\"C:\\\\Program "
+            "Files\\\\Tallowick\\\\Tallo-wickService.exe\\\"\"\r\n");
+        if (box != nullptr) {
+            machine().setMessageBox(*box);
+        }
+    }
+};
+
+}  // namespace testing_support
