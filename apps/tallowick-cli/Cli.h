@@ -38,5 +38,7 @@ int argsCommand(Context& context);
 int programsCommand(Context& context);
 int serviceCommand(Context& context);
 int settingsCommand(Context& context);
+int langCommand(Context& context);
+int compareCommand(Context& context);
 
 }  // namespace cli

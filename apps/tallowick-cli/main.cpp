@@ -11,7 +11,8 @@ constexpr const char* kUsage =
     "programs [--why] [--dumps] | args \"COMMAND LINE\" | "
     "service status|start|stop | service send COMMAND... | "
     "settings get SECTION KEY [DEFAULT] | settings set SECTION KEY VALUE | "
-    "settings delete SECTION KEY";
+    "settings delete SECTION KEY | lang get NAME [--language ID] | "
+    "compare [INSTALLED AVAILABLE]";
 
 }  // namespace
 
@@ -34,6 +35,10 @@ int main(int argc, char* argv[]) {
         status = cli::serviceCommand(context);
     } else if (command == "settings") {
         status = cli::settingsCommand(context);
+    } else if (command == "lang") {
+        status = cli::langCommand(context);
+    } else if (command == "compare") {
+        status = cli::compareCommand(context);
     } else if (command == "args") {
         status = cli::argsCommand(context);
     }

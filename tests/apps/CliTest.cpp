@@ -198,4 +198,38 @@ TEST_F(CliTest, SettingsWrittenByOneProcessReadInTheNext) {
     EXPECT_EQ(cli({"settings", "set", "General"}).status, 2);
 }
 
+// The installed program's words, in the stored language or the one asked for.
+TEST_F(CliTest, LangGetPrintsAVariableOfTheInstalledLanguage) {
+    init();
+    const CliRun absent = cli({"lang", "get", "strLoc_CS_ProductName_TW"});
+    EXPECT_EQ(absent.status, 1);
+    EXPECT_TRUE(absent.err.contains("cannot be found"));
+
+    const CliRun setup =
+        testing_support::runProgram(TALLOWICK_SETUP, {"install", "--no-start"}, machineFolder);
+    ASSERT_EQ(setup.status, 0) << setup.err.toStdString();
+    EXPECT_EQ(cli({"lang", "get", "strLoc_CS_ProductName_TW"}).out, "Tallowick\n");
+    EXPECT_EQ(cli({"lang", "get", "strURL_SH_Corporate", "--language", "ja"}).out,
+              "http://127.0.0.1:8417\n");
+    EXPECT_EQ(cli({"lang", "get", "strLoc_Nothing"}).out,
+              "Error in function GetStrLocValue -- line strLoc_Nothing\n");
+    const CliRun english = cli({"lang", "get", "strLoc_SH_YesCapital", "--language", "en"});
+    ASSERT_EQ(
+        cli({"reg", "set", "HKEY_LOCAL_MACHINE\\Software\\Tallowick", "Language", "de"}).status, 0);
+    EXPECT_NE(cli({"lang", "get", "strLoc_SH_YesCapital"}).out, english.out);
+    const CliRun wrong = cli({"lang", "get", "strLoc_SH_YesCapital", "--language", "english"});
+    EXPECT_EQ(wrong.status, 1);
+    EXPECT_TRUE(wrong.err.contains("Error processing command line argument: language=english"));
+}
+
+TEST_F(CliTest, CompareAnswersOnePairOrEveryLineOfItsInput) {
+    EXPECT_EQ(cli({"compare", "1.2", "1.10"}).out, "true\n");
+    EXPECT_EQ(cli({"compare", "1.2", "1.2.0"}).out, "false\n");
+    const CliRun lines = testing_support::runProgram(TALLOWICK_CLI, {"compare"}, machineFolder,
+                                                     "1.2\t1.3\r\nno tab\n\t1\n2.0\t\n");
+    EXPECT_EQ(lines.out, "true\ninvalid\ntrue\nfalse\n");
+    EXPECT_EQ(lines.status, 1);
+    EXPECT_EQ(cli({"compare", "1.2"}).status, 2);
+}
+
 }  // namespace

@@ -1,4 +1,5 @@
 #pragma once
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -12,8 +13,9 @@ struct ProgramRun {
     QString err;
 };
 
-// Runs a host program on a machine folder (TALLOWICK_MACHINE), as a script would.
+// Runs a host program on a machine folder (TALLOWICK_MACHINE), as a script would, with
+// `input` on its standard input.
 ProgramRun runProgram(const QString& program, const QStringList& arguments,
-                      const QString& machineFolder);
+                      const QString& machineFolder, const QByteArray& input = {});
 
 }  // namespace testing_support
