@@ -109,15 +109,17 @@ QString LanguageText::GetStrLocValue(const QString& name) const {
     }
     // Two variables that name each other would recurse without end.
     if (resolving_.contains(name)) {
-        return QStringLiteral(
-                   "Error in function GetStrLocValue -- variables refer to each "
-                   "other: ") +
-               resolving_.join(QStringLiteral(" > ")) + QStringLiteral(" > ") + name;
+        return cycleError(name);
     }
     resolving_.append(name);
     QString value = ProcessLanguageLine(codeStrings_[*found]);
     resolving_.removeLast();
     return value;
+}
+
+QString LanguageText::cycleError(const QString& name) const {
+    return QStringLiteral("Error in function GetStrLocValue -- variables refer to each other: ") +
+           (resolving_ + QStringList{name}).join(QStringLiteral(" > "));
 }
 
 QString LanguageText::ProcessLanguageLine(const QString& line) const {
@@ -151,7 +153,12 @@ QString LanguageText::ResolveVariables(QString text) const {
             const QString name = basic::mid(text, open + 1, close - open - 1);
             const QString placeholder = u'{' + name + u'}';
             if (isVariableName(name)) {
-                const QString value = GetStrLocValue(name);
+                QString value = GetStrLocValue(name);
+                // A value that holds its own placeholder, as the error text of a line that
+                // names itself does, would double the text at every pass.
+                if (value.contains(placeholder)) {
+                    value = cycleError(name);
+                }
                 if (!value.isEmpty()) {
                     text.replace(placeholder, value);
                 }

@@ -54,6 +54,7 @@ public:
 
 private:
     void indexCodeStrings();
+    QString cycleError(const QString& name) const;
 
     QString applicationId_;
     QString languageId_;

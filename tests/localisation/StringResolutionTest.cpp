@@ -95,6 +95,11 @@ TEST(ResolveVariablesTest, VariablesThatNameEachOtherEndInAnErrorText) {
     EXPECT_TRUE(a.startsWith("ab"));
     EXPECT_TRUE(a.contains("variables refer to each other: strLoc_A > strLoc_B > strLoc_A"));
     EXPECT_TRUE(language.GetStrLocValue("strLoc_Self").contains("refer to each other"));
+    // The error text of a line that names itself holds the placeholder again; put back at
+    // every pass it would double the text each time.
+    const LanguageText broken = languageOf({"strLoc_Loop=a=b {strLoc_Loop}"});
+    EXPECT_EQ(broken.ResolveVariables("<{strLoc_Loop}>"),
+              "<Error in function GetStrLocValue -- variables refer to each other: strLoc_Loop>");
     // The guard leaves no trace: an acyclic lookup afterwards is unaffected.
     EXPECT_TRUE(language.GetStrLocValue("strLoc_B").startsWith("ba"));
 }
