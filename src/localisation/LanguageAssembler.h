@@ -31,7 +31,6 @@ public:
     static QString RemoveCommentLines(const QString& text, const QString& marker,
                                       bool skipFirstLine);
 
-    const QString& listFile() const { return listFile_; }
     const QString& targetFile() const { return targetFile_; }
 
 private:
