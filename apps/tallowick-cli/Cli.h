@@ -40,5 +40,6 @@ int serviceCommand(Context& context);
 int settingsCommand(Context& context);
 int langCommand(Context& context);
 int compareCommand(Context& context);
+int lookupCommand(Context& context);
 
 }  // namespace cli

@@ -1,12 +1,6 @@
-#include <QDate>
-
 #include "Cli.h"
+#include "InstalledLanguage.h"
 #include "localisation/LanguageText.h"
-#include "shell/CommandLine.h"
-#include "shell/EntryFolders.h"
-#include "shell/LanguageStart.h"
-#include "state/ProductNames.h"
-#include "state/modRegistry.h"
 
 namespace cli {
 
@@ -23,20 +17,10 @@ int langCommand(Context& context) {
     if (machine == nullptr) {
         return kFailed;
     }
-    auto& platform = machine->platform();
     shell::ProcessState state;
-    QString message;
-    const QString switches = withLanguage ? QStringLiteral("/language=") + arguments[3] : QString();
-    if (!shell::ParseCommandLine(state, switches, message, QDate::currentDate()) &&
-        !message.isEmpty()) {
-        Context::err(message);
-        return kFailed;
-    }
-    shell::ComputeEntryFolders(state, state::product::installFolder(), platform.files,
-                               platform.codePage);
-    state::modRegistry registry(platform);
     localisation::LanguageText language(state.applicationId);
-    if (!shell::StartLanguage(state, registry, platform, language)) {
+    const QString switches = withLanguage ? QStringLiteral("/language=") + arguments[3] : QString();
+    if (!startInstalledLanguage(machine->platform(), switches, state, language)) {
         return kFailed;
     }
     Context::out(language.GetStrLocValue(arguments[1]).replace(QStringLiteral("\r\n"), "\n"));

@@ -12,7 +12,7 @@ constexpr const char* kUsage =
     "service status|start|stop | service send COMMAND... | "
     "settings get SECTION KEY [DEFAULT] | settings set SECTION KEY VALUE | "
     "settings delete SECTION KEY | lang get NAME [--language ID] | "
-    "compare [INSTALLED AVAILABLE]";
+    "compare [INSTALLED AVAILABLE] | lookup NAME PUBLISHER VERSION [FILEVERSION]";
 
 }  // namespace
 
@@ -37,6 +37,8 @@ int main(int argc, char* argv[]) {
         status = cli::settingsCommand(context);
     } else if (command == "lang") {
         status = cli::langCommand(context);
+    } else if (command == "lookup") {
+        status = cli::lookupCommand(context);
     } else if (command == "compare") {
         status = cli::compareCommand(context);
     } else if (command == "args") {

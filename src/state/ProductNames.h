@@ -9,6 +9,10 @@ namespace state::product {
 inline QString name() {
     return QStringLiteral("Tallowick");
 }
+// This build's own version, major.minor.revision.
+inline QString ownVersion() {
+    return QStringLiteral(TALLOWICK_VERSION);
+}
 // Service name and display name alike.
 inline QString serviceName() {
     return name() + QStringLiteral(" Service");

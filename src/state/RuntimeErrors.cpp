@@ -1,6 +1,5 @@
 #include "state/RuntimeErrors.h"
 
-#include "core/BasicDate.h"
 #include "state/SystemDateFormats.h"
 #include "state/UniMsgBox.h"
 
@@ -9,13 +8,6 @@ namespace state {
 RuntimeErrors::RuntimeErrors(platform::Platform& platform, modSettings& settings,
                              const bool& debugMode)
     : platform_(platform), settings_(settings), debugMode_(debugMode) {}
-
-QString RuntimeErrors::now() const {
-    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(
-        platform_.clock.now().time_since_epoch());
-    return basic::formatDateTime(QDateTime::fromMSecsSinceEpoch(milliseconds.count()),
-                                 systemDateFormats(platform_));
-}
 
 void RuntimeErrors::ReportRuntimeError(RuntimeError& error, const QString& procedureName,
                                        const QString& text, QString* message) {
@@ -28,11 +20,11 @@ void RuntimeErrors::ReportRuntimeError(RuntimeError& error, const QString& proce
         *message = composed;
     }
 
-    QString since = now();
+    QString since = NowText(platform_);
     if (!settings_.settingsPath().isEmpty()) {
         since = settings_.ReadSetting(setting::RunTimeStart, QString());
         if (since.isEmpty()) {
-            since = now();
+            since = NowText(platform_);
             settings_.WriteSetting(setting::RunTimeStart, since);
         }
     }

@@ -28,8 +28,6 @@ public:
                             QString* message);
 
 private:
-    QString now() const;
-
     platform::Platform& platform_;
     modSettings& settings_;
     const bool& debugMode_;

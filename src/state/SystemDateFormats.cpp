@@ -1,5 +1,9 @@
 #include "state/SystemDateFormats.h"
 
+#include <QDateTime>
+#include <chrono>
+
+#include "core/BasicDate.h"
 #include "state/AnsiText.h"
 
 namespace state {
@@ -15,6 +19,13 @@ basic::DateFormats systemDateFormats(platform::Platform& platform) {
     read(platform::localeinfo::ShortDate, &formats.shortDate);
     read(platform::localeinfo::TimeFormat, &formats.time);
     return formats;
+}
+
+QString NowText(platform::Platform& platform) {
+    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(
+        platform.clock.now().time_since_epoch());
+    return basic::formatDateTime(QDateTime::fromMSecsSinceEpoch(milliseconds.count()),
+                                 systemDateFormats(platform));
 }
 
 }  // namespace state

@@ -7,4 +7,7 @@ namespace state {
 // The machine's short date and time formats, as dates are written and read everywhere.
 basic::DateFormats systemDateFormats(platform::Platform& platform);
 
+// Basic's Now as text: the clock's date and time in those formats.
+QString NowText(platform::Platform& platform);
+
 }  // namespace state
