@@ -1,22 +1,32 @@
 #include "Cli.h"
 #include "InstalledLanguage.h"
+#include "ProgramSettings.h"
 #include "localisation/LanguageText.h"
 #include "platform/net/InetControl.h"
 #include "scan/ScanOSWord.h"
 #include "scan/UpdateComponent.h"
 #include "scan/UpdateRecord.h"
-#include "state/DataFolders.h"
 #include "state/ProductNames.h"
 #include "state/SettingNames.h"
 #include "state/modSettings.h"
 
 namespace cli {
 
-// lookup NAME PUBLISHER VERSION [FILEVERSION]: one question to the update server of the
-// installed program's language data, as the scan asks it, and the answer's eleven fields,
-// one NAME=value line each. The server's UID is kept in the settings as the scan keeps it.
+// lookup NAME PUBLISHER VERSION [FILEVERSION] [--server BASE]: one question to the update
+// server of the installed program's language data (or BASE, "http://host:port"), as the scan
+// asks it, and the answer's eleven fields, one NAME=value line each. The server's UID is kept
+// in the settings as the scan keeps it.
 int lookupCommand(Context& context) {
-    const QStringList& arguments = context.arguments();
+    QStringList arguments = context.arguments();
+    QString server;
+    const qsizetype option = arguments.indexOf(QLatin1String("--server"));
+    if (option >= 0 && option + 1 < arguments.size()) {
+        server = arguments.takeAt(option + 1);
+        arguments.removeAt(option);
+    }
+    if (option >= 0 && server.isEmpty()) {
+        return kUsage;
+    }
     if (arguments.size() != 3 && arguments.size() != 4) {
         return kUsage;
     }
@@ -31,15 +41,13 @@ int lookupCommand(Context& context) {
         return kFailed;
     }
 
-    bool fallback = false;
     state::modSettings settings(platform);
-    settings.setSettingsPath(
-        state::locateDataFolder(platform, state.programFolder, state::product::name(), &fallback) +
-        state::product::settingsFile());
+    openProgramSettings(platform, state.programFolder, true, settings);
     platform::net::InetControl inet;
     scan::modUpdateCOmponent component(platform, inet);
     component.setAccessKey(QLatin1String(scan::modUpdateCOmponent::kAccessKey));
-    component.setServerBase(language.GetStrLocValue(QStringLiteral("strURL_SH_Corporate")));
+    component.setServerBase(
+        server.isEmpty() ? language.GetStrLocValue(QStringLiteral("strURL_SH_Corporate")) : server);
     const auto encode = [&platform](const QString& text) {
         return scan::EncodeQueryValue(text, platform.codePage);
     };

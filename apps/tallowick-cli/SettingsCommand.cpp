@@ -1,8 +1,7 @@
 #include "Cli.h"
 #include "ConsoleService.h"
+#include "ProgramSettings.h"
 #include "state/AnsiText.h"
-#include "state/DataFolders.h"
-#include "state/ProductNames.h"
 #include "state/modSettings.h"
 
 namespace cli {
@@ -26,19 +25,15 @@ int settingsCommand(Context& context) {
         return kFailed;
     }
     auto& platform = machine->platform();
-    bool fallback = false;
-    const QString dataFolder = state::locateDataFolder(
-        platform, state::fromAnsi(platform.codePage, platform.environment.programFolder()),
-        state::product::name(), &fallback);
+    const QString programFolder =
+        state::fromAnsi(platform.codePage, platform.environment.programFolder());
     state::modSettings settings(platform);
-    settings.setSettingsPath(dataFolder + state::product::settingsFile());
+    openProgramSettings(platform, programFolder, false, settings);
     if (action == QLatin1String("get")) {
         Context::out(settings.ReadSetting(arguments[1], arguments[2], arguments.value(3)));
     } else if (action == QLatin1String("set")) {
-        // The data folder and its Settings folder are made as the program makes them at its
-        // first start; the INI call makes no folder.
         ConsoleService console(platform);
-        platform.files.MkDir(state::toAnsi(platform.codePage, dataFolder + "Settings"));
+        openProgramSettings(platform, programFolder, true, settings);
         settings.WriteSetting(arguments[1], arguments[2], arguments[3]);
         if (settings.ReadSetting(arguments[1], arguments[2], QString()) != arguments[3].trimmed()) {
             Context::err(settings.settingsPath() + ": the key could not be written");

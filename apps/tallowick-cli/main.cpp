@@ -12,7 +12,7 @@ constexpr const char* kUsage =
     "service status|start|stop | service send COMMAND... | "
     "settings get SECTION KEY [DEFAULT] | settings set SECTION KEY VALUE | "
     "settings delete SECTION KEY | lang get NAME [--language ID] | "
-    "compare [INSTALLED AVAILABLE] | lookup NAME PUBLISHER VERSION [FILEVERSION]";
+    "compare [INSTALLED AVAILABLE] | lookup NAME PUBLISHER VERSION [FILEVERSION] [--server BASE]";
 
 }  // namespace
 

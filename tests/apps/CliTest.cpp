@@ -5,6 +5,7 @@
 
 #include "support/ProgramRun.h"
 #include "support/TestMachine.h"
+#include "support/UpdateServerProcess.h"
 
 namespace {
 
@@ -230,6 +231,33 @@ TEST_F(CliTest, CompareAnswersOnePairOrEveryLineOfItsInput) {
     EXPECT_EQ(lines.out, "true\ninvalid\ntrue\nfalse\n");
     EXPECT_EQ(lines.status, 1);
     EXPECT_EQ(cli({"compare", "1.2"}).status, 2);
+}
+
+// One lookup as the scan makes it, printed field by field; the identifier the server gives is
+// kept for the next.
+TEST_F(CliTest, LookupPrintsTheElevenFields) {
+    init();
+    ASSERT_EQ(testing_support::runProgram(TALLOWICK_SETUP, {"install", "--no-start"}, machineFolder)
+                  .status,
+              0);
+    testing_support::UpdateServerProcess server(UPDATE_SERVER,
+                                                TALLOWICK_TEST_DATA "/catalog-small.csv");
+    ASSERT_TRUE(server.running());
+    const CliRun run = cli({"lookup", "Air Explorer 5.8.1", "AirExplorer GmbH", "5.8.1", "5.8.1.0",
+                            "--server", server.base()});
+    ASSERT_EQ(run.status, 0) << run.err.toStdString();
+    const QStringList lines = run.out.split('\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 11);
+    EXPECT_EQ(lines[0], "FVR1=5.9.2.0");
+    EXPECT_EQ(lines[1], "PVR1=5.9.2");
+    EXPECT_EQ(lines[10], "Status=0");
+    const QString uid = lines[7];
+    EXPECT_EQ(
+        cli({"lookup", "GSview", "", "4.9", "--server", server.base()}).out.split('\n').value(7),
+        uid);
+    EXPECT_TRUE(cli({"lookup", "Unheard Of", "", "1", "--server", server.base()})
+                    .out.contains("ErrCode=4002\n"));
+    EXPECT_EQ(cli({"lookup", "x", "y", "--server"}).status, 2);
 }
 
 }  // namespace

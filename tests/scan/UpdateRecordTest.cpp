@@ -17,9 +17,9 @@ QString page(const QString& payload) {
 }
 
 TEST(ParseUpdateReplyTest, CutsEachFieldBetweenTheFirstPlacesOfItsTags) {
-    const auto record = ParseUpdateReply(
-        page("UID=42=UIDFVR1=1.0.0.1=FVR1PVR1=1.0=PVR1FVR2==FVR2PVR2==PVR2HUR==HUR"
-             "DUR=http://x/get?a=1=DURCOM=New: faster=COM"));
+    const auto record =
+        ParseUpdateReply(page("UID=42=UIDFVR1=1.0.0.1=FVR1PVR1=1.0=PVR1FVR2==FVR2PVR2==PVR2HUR==HUR"
+                              "DUR=http://x/get?a=1=DURCOM=New: faster=COM"));
     ASSERT_TRUE(record);
     EXPECT_EQ(*record, (UpdateRecord{"1.0.0.1", "1.0", "", "", "", "http://x/get?a=1",
                                      "New: faster", "42", "", "", 0}));
@@ -76,9 +76,7 @@ TEST(EncodeQueryValueTest, EscapesEverythingButLettersAndDigitsInTheCodePage) {
 }
 
 TEST(ScanOSWordTest, NamesTheKnownVersionsAndWritesOthersAsNumbers) {
-    const auto word = [](int major, int minor) {
-        return scan::ScanOSWord({2, major, minor, 0});
-    };
+    const auto word = [](int major, int minor) { return scan::ScanOSWord({2, major, minor, 0}); };
     EXPECT_EQ(word(6, 1), "Win7");
     EXPECT_EQ(word(6, 10), "Win7");
     EXPECT_EQ(word(5, 1), "XP");

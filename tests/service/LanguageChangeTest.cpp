@@ -4,7 +4,7 @@
 
 #include <QFile>
 
-#include "ServiceMachine.h"
+#include "support/ServiceMachine.h"
 #include "core/QtPrinters.h"
 #include "service/ServiceControl.h"
 #include "shell/LanguageChange.h"

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "ServiceMachine.h"
+#include "support/ServiceMachine.h"
 #include "platform/portable/ServiceLock.h"
 #include "service/ServiceControl.h"
 #include "state/AnsiText.h"

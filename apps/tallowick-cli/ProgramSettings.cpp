@@ -1,0 +1,21 @@
+#include "ProgramSettings.h"
+
+#include "state/AnsiText.h"
+#include "state/DataFolders.h"
+#include "state/ProductNames.h"
+
+namespace cli {
+
+void openProgramSettings(platform::Platform& platform, const QString& programFolder,
+                         bool makeFolders, state::modSettings& settings) {
+    bool fallback = false;
+    const QString dataFolder =
+        state::locateDataFolder(platform, programFolder, state::product::name(), &fallback);
+    if (makeFolders) {
+        platform.files.MkDir(state::toAnsi(platform.codePage, dataFolder));
+        platform.files.MkDir(state::toAnsi(platform.codePage, dataFolder + "Settings"));
+    }
+    settings.setSettingsPath(dataFolder + state::product::settingsFile());
+}
+
+}  // namespace cli
