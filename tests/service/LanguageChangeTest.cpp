@@ -4,15 +4,12 @@
 
 #include <QFile>
 
-#include "support/ServiceMachine.h"
 #include "core/QtPrinters.h"
-#include "service/ServiceControl.h"
 #include "shell/LanguageChange.h"
 #include "state/LanguageSetting.h"
 #include "state/ProductNames.h"
-#include "state/modServiceCom.h"
-#include "support/ProgramRun.h"
 #include "support/RecordingMessageBox.h"
+#include "support/RunningService.h"
 
 namespace {
 
@@ -44,12 +41,6 @@ public:
     shell::MainLanguageTexts texts;
 };
 
-// The service runs throughout, so the start-up forms are never asked to recover it.
-class UnusedGate final : public state::ServiceGate {
-public:
-    void ServiceRecovery(bool) override { ADD_FAILURE() << "the service was not running"; }
-};
-
 std::string shippedLanguage(const char* id) {
     QFile file(QString(TALLOWICK_PROGRAM_DATA_DIR "/localized/") + id + "/Language.inx");
     return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
@@ -58,30 +49,22 @@ std::string shippedLanguage(const char* id) {
 class LanguageChangeTest : public ::testing::Test {
 protected:
     LanguageChangeTest() {
-        folders.UpdateFileLocations(channel);
         options.programFolder = "C:\\Program Files\\Tallowick";
         for (const char* id : {"en", "de"}) {
-            machine.placeFile(
+            service.machine.placeFile(
                 std::string("C:\\Program Files\\Tallowick\\localized\\") + id + "\\Language.inx",
                 shippedLanguage(id));
         }
-        EXPECT_EQ(testing_support::runProgram(STARTER_PROGRAM, {},
-                                              QString::fromStdString(machine.folder().string()))
-                      .status,
-                  0);
     }
-    ~LanguageChangeTest() override { service::stopProductService(platform); }
 
     testing_support::RecordingMessageBox box;
-    testing_support::ServiceMachine machine{&box};
-    platform::Platform& platform = machine.platform();
-    state::modRegistry registry{platform};
-    state::DataFolders folders{platform, "C:\\Program Files\\Tallowick", "Tallowick"};
-    UnusedGate gate;
-    state::modServiceCom channel{platform, registry, folders, gate};
+    testing_support::RunningService service{&box};
+    state::modRegistry& registry = service.registry;
+    state::modServiceCom& channel = service.channel;
     localisation::LanguageOptions options;
     localisation::LanguageText language{"TW"};
-    shell::LanguageChange change{platform, language, options, registry, channel, "Tallowick"};
+    shell::LanguageChange change{service.platform, language, options,
+                                 registry,         channel,  "Tallowick"};
     RecordingMainView view;
 };
 

@@ -2,7 +2,6 @@
 // once-only guards.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -10,11 +9,8 @@
 #include <QTimer>
 
 #include "core/QtPrinters.h"
-#include "service/ServiceControl.h"
 #include "state/ProductNames.h"
-#include "state/modServiceCom.h"
-#include "support/ProgramRun.h"
-#include "support/ServiceMachine.h"
+#include "support/RunningService.h"
 #include "support/UpdateServerProcess.h"
 #include "web/Tracking.h"
 #include "web/TrackingQueue.h"
@@ -22,12 +18,6 @@
 namespace {
 
 using state::product::key;
-
-// The service runs throughout, so the start-up forms are never asked to recover it.
-class UnusedGate final : public state::ServiceGate {
-public:
-    void ServiceRecovery(bool) override { ADD_FAILURE() << "the service was not running"; }
-};
 
 // Lets the event loop run for about `ms` milliseconds.
 void wait(int ms) {
@@ -40,18 +30,12 @@ class TrackingTest : public ::testing::Test {
 protected:
     TrackingTest() {
         EXPECT_TRUE(server.running()) << server.errors().toStdString();
-        folders.UpdateFileLocations(channel);
-        EXPECT_EQ(testing_support::runProgram(STARTER_PROGRAM, {},
-                                              QString::fromStdString(machine.folder().string()))
-                      .status,
-                  0);
         channel.SendToService("RegCreateKey|" + key() + "\r\nRegSetString|" + key() +
                               "|AID|a-17\r\nRegSetString|" + key() + "|Installer|Web");
         language.SetLanguageText("[[Code_Strings]]\r\nstrURL_SH_Corporate=" + server.base() +
                                  "\r\na=1\r\nb=2\r\nc=3\r\n; end\r\n");
         language.InitCodeStrings();
     }
-    ~TrackingTest() override { service::stopProductService(platform); }
 
     // The query texts of the events the server stored, oldest first.
     QStringList storedQueries() {
@@ -88,12 +72,9 @@ protected:
 
     testing_support::UpdateServerProcess server{UPDATE_SERVER,
                                                 TALLOWICK_TEST_DATA "/catalog-small.csv"};
-    testing_support::ServiceMachine machine;
-    platform::Platform& platform = machine.platform();
-    state::modRegistry registry{platform};
-    state::DataFolders folders{platform, "C:\\Program Files\\Tallowick", "Tallowick"};
-    UnusedGate gate;
-    state::modServiceCom channel{platform, registry, folders, gate};
+    testing_support::RunningService service;
+    state::modRegistry& registry = service.registry;
+    state::modServiceCom& channel = service.channel;
     state::lst lst;
     localisation::LanguageText language{"TW"};
     bool retry = false;
