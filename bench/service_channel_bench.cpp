@@ -2,7 +2,6 @@
 // wait costs the processor while the service is busy elsewhere.
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -10,6 +9,7 @@
 #include <ctime>
 #include <thread>
 
+#include "QtBenchmarkMain.h"
 #include "platform/portable/Machine.h"
 #include "service/ServiceControl.h"
 #include "state/AnsiText.h"
@@ -115,10 +115,4 @@ BENCHMARK(BM_WaitCpu)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+TALLOWICK_QT_BENCHMARK_MAIN()

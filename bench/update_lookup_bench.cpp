@@ -3,11 +3,11 @@
 // What remains of a real lookup is the server's time.
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
+#include "QtBenchmarkMain.h"
 #include "platform/net/InetControl.h"
 #include "platform/portable/Machine.h"
 #include "scan/UpdateComponent.h"
@@ -78,10 +78,4 @@ BENCHMARK(BM_LookupAgainstAnInstantEndpoint)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+TALLOWICK_QT_BENCHMARK_MAIN()
