@@ -41,5 +41,7 @@ int settingsCommand(Context& context);
 int langCommand(Context& context);
 int compareCommand(Context& context);
 int lookupCommand(Context& context);
+int ignoreCommand(Context& context);
+int statsCommand(Context& context);
 
 }  // namespace cli

@@ -6,8 +6,8 @@
 
 namespace cli {
 
-void openProgramSettings(platform::Platform& platform, const QString& programFolder,
-                         bool makeFolders, state::modSettings& settings) {
+QString openProgramSettings(platform::Platform& platform, const QString& programFolder,
+                            bool makeFolders, state::modSettings& settings) {
     bool fallback = false;
     const QString dataFolder =
         state::locateDataFolder(platform, programFolder, state::product::name(), &fallback);
@@ -16,6 +16,7 @@ void openProgramSettings(platform::Platform& platform, const QString& programFol
         platform.files.MkDir(state::toAnsi(platform.codePage, dataFolder + "Settings"));
     }
     settings.setSettingsPath(dataFolder + state::product::settingsFile());
+    return dataFolder;
 }
 
 }  // namespace cli

@@ -12,7 +12,9 @@ constexpr const char* kUsage =
     "service status|start|stop | service send COMMAND... | "
     "settings get SECTION KEY [DEFAULT] | settings set SECTION KEY VALUE | "
     "settings delete SECTION KEY | lang get NAME [--language ID] | "
-    "compare [INSTALLED AVAILABLE] | lookup NAME PUBLISHER VERSION [FILEVERSION] [--server BASE]";
+    "compare [INSTALLED AVAILABLE] | lookup NAME PUBLISHER VERSION [FILEVERSION] [--server BASE] | "
+    "ignore list | ignore add NAME PUBLISHER LOCATION [VERSION] | ignore remove N... | "
+    "stats [--reset]";
 
 }  // namespace
 
@@ -37,6 +39,10 @@ int main(int argc, char* argv[]) {
         status = cli::settingsCommand(context);
     } else if (command == "lang") {
         status = cli::langCommand(context);
+    } else if (command == "ignore") {
+        status = cli::ignoreCommand(context);
+    } else if (command == "stats") {
+        status = cli::statsCommand(context);
     } else if (command == "lookup") {
         status = cli::lookupCommand(context);
     } else if (command == "compare") {

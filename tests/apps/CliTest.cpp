@@ -260,4 +260,30 @@ TEST_F(CliTest, LookupPrintsTheElevenFields) {
     EXPECT_EQ(cli({"lookup", "x", "y", "--server"}).status, 2);
 }
 
+// The ignore list and the statistics of the installed program, as the next process sees them.
+TEST_F(CliTest, IgnoreAndStatsActOnTheProgramsFiles) {
+    init();
+    ASSERT_EQ(testing_support::runProgram(TALLOWICK_SETUP, {"install", "--no-start"}, machineFolder)
+                  .status,
+              0);
+    ASSERT_EQ(
+        cli({"reg", "set", "HKEY_LOCAL_MACHINE\\Software\\Tallowick", "Language", "en"}).status, 0);
+    ASSERT_EQ(cli({"ignore", "add", "Tool", "Maker", "C:\\Tool\\tool.exe", "1.2"}).status, 0);
+    ASSERT_EQ(cli({"ignore", "add", "Other", "", "C:\\Other"}).status, 0);
+    EXPECT_EQ(cli({"ignore", "list"}).out,
+              "1\t1.2\tTool\tMaker\tC:\\Tool\\tool.exe\n2\t\tOther\t\tC:\\Other\n");
+    EXPECT_TRUE(cli({"stats"}).out.contains("ignored=2\n"));
+    const CliRun removed = cli({"ignore", "remove", "2"});
+    EXPECT_EQ(removed.status, 0);
+    EXPECT_FALSE(removed.out.isEmpty());
+    EXPECT_EQ(cli({"ignore", "list"}).out, "1\t1.2\tTool\tMaker\tC:\\Tool\\tool.exe\n");
+    EXPECT_EQ(cli({"ignore", "remove", "5"}).status, 1);
+
+    ASSERT_EQ(cli({"settings", "set", "ScanInfo", "NumberOfScans", "4"}).status, 0);
+    EXPECT_TRUE(cli({"stats"}).out.startsWith("lastScan=\nnumberOfScans=4\n"));
+    EXPECT_TRUE(cli({"stats", "--reset"})
+                    .out.contains("numberOfScans=0\nupdatesAvailable=0\n"
+                                  "ignored=1\nversion=1.0.0\n"));
+}
+
 }  // namespace
