@@ -9,6 +9,12 @@ namespace scan {
 namespace {
 
 constexpr int kFields = 4;
+constexpr int kDisplayLength = 220;
+
+// A text as the page shows it: at most 220 characters, a longer one cut and "..." added.
+QString displayText(const QString& text) {
+    return text.size() > kDisplayLength ? text.left(kDisplayLength) + QStringLiteral("...") : text;
+}
 
 }  // namespace
 
@@ -19,10 +25,6 @@ IgnoreList::IgnoreList(state::lst& lst, state::clsList& IgnoreEntryList,
 
 QString IgnoreList::text(const char* name) const {
     return language_.GetStrLocValue(QString::fromLatin1(name));
-}
-
-QString IgnoreList::displayText(const QString& text) {
-    return text.size() > kDisplayLength ? text.left(kDisplayLength) + QStringLiteral("...") : text;
 }
 
 QString IgnoreList::RowToLine(state::clsList& list, int row, bool withItemText) {

@@ -33,8 +33,6 @@ public:
 // page's list are rebuilt from it.
 class IgnoreList {
 public:
-    static constexpr int kDisplayLength = 220;
-
     IgnoreList(state::lst& lst, state::clsList& IgnoreEntryList, state::SettingsFiles& files,
                const localisation::LanguageText& language, IgnorePageView& view);
 
@@ -48,8 +46,6 @@ public:
     // A file line from a list row: the item text and "|" with withItemText, the sub-items
     // joined by "|", then "|" and the row's tag (nothing for a row without one).
     static QString RowToLine(state::clsList& list, int row, bool withItemText);
-    // A text as the page shows it: at most 220 characters, a longer one cut and "..." added.
-    static QString displayText(const QString& text);
 
 private:
     QString text(const char* name) const;

@@ -69,6 +69,15 @@ std::optional<QString> decode(QStringView part, QueryEncoding encoding) {
 
 }  // namespace
 
+bool hasBadEscape(QStringView text) {
+    for (qsizetype at = text.indexOf(u'%'); at >= 0; at = text.indexOf(u'%', at + 1)) {
+        if (at + 2 >= text.size() || hexValue(text[at + 1]) < 0 || hexValue(text[at + 2]) < 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::optional<QueryParameters> parseQuery(QStringView query, QueryEncoding encoding) {
     QueryParameters parameters;
     for (QStringView part : query.split(u'&', Qt::SkipEmptyParts)) {

@@ -31,6 +31,9 @@ enum class QueryEncoding {
 // Nothing when the query is malformed.
 std::optional<QueryParameters> parseQuery(QStringView query, QueryEncoding encoding);
 
+// True when a "%" of the text lacks two hex digits behind it.
+bool hasBadEscape(QStringView text);
+
 // The value of the first parameter of that key, compared without regard to case (as ASP
 // reads its query); nothing when the key is not there.
 std::optional<QString> queryValue(const QueryParameters& parameters, QStringView key);

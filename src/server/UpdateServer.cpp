@@ -4,7 +4,6 @@
 #include <QHttpServerRequest>
 #include <QHttpServerResponder>
 
-#include <cctype>
 #include <cstdio>
 
 namespace server {
@@ -30,17 +29,6 @@ Route routeOf(const QString& path) {
         return Route::Health;
     }
     return Route::None;
-}
-
-bool hasBadEscape(const QString& text) {
-    const auto isHex = [](QChar c) { return std::isxdigit(int(c.unicode() & 0x7F)) != 0; };
-    for (qsizetype at = text.indexOf(u'%'); at >= 0; at = text.indexOf(u'%', at + 1)) {
-        if (at + 2 >= text.size() || !isHex(text[at + 1]) || !isHex(text[at + 2]) ||
-            text[at + 1].unicode() > 0x7F || text[at + 2].unicode() > 0x7F) {
-            return true;
-        }
-    }
-    return false;
 }
 
 // The query as the client sent it. QtHttpServer hands it over in a QUrl set in tolerant mode,

@@ -1,6 +1,7 @@
 #include "shell/LanguageChange.h"
 
 #include "localisation/LanguageLoader.h"
+#include "shell/LanguageStart.h"
 #include "state/LanguageSetting.h"
 #include "state/ProductNames.h"
 #include "state/UniMsgBox.h"
@@ -8,15 +9,13 @@
 namespace shell {
 
 LanguageChange::LanguageChange(platform::Platform& platform, localisation::LanguageText& language,
-                               const localisation::LanguageOptions& options,
-                               state::modRegistry& registry, state::ServiceChannel& service,
-                               QString productName)
+                               ProcessState& state, state::modRegistry& registry,
+                               state::ServiceChannel& service)
     : platform_(platform),
       language_(language),
-      options_(options),
+      state_(state),
       registry_(registry),
-      service_(service),
-      productName_(std::move(productName)) {}
+      service_(service) {}
 
 MainLanguageTexts LanguageChange::mainLanguageTexts(const localisation::LanguageText& language) {
     const auto value = [&language](const char* name) {
@@ -36,15 +35,17 @@ MainLanguageTexts LanguageChange::mainLanguageTexts(const localisation::Language
 }
 
 void LanguageChange::show(const QString& text) const {
-    state::UniMessageBox(platform_.messageBox, productName_)
-        .UniMsgBox(text, platform::mbstyle::Ok, productName_);
+    state::UniMessageBox(platform_.messageBox, state_.productName)
+        .UniMsgBox(text, platform::mbstyle::Ok, state_.productName);
 }
 
 bool LanguageChange::changeLanguage(const QString& id, MainLanguageView& view) {
+    state_.languageId = id;
     language_.setLanguageId(id);
     language_.SetLoadedLanguage(QString());
+    const localisation::LanguageOptions options = languageOptions(state_);
     QString errorText;
-    if (!localisation::LanguageLoader(platform_, language_, options_).InitLanguageText(errorText)) {
+    if (!localisation::LanguageLoader(platform_, language_, options).InitLanguageText(errorText)) {
         show(QStringLiteral("Error loading the language filee: ") + errorText);
         return false;
     }

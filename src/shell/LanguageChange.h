@@ -2,9 +2,9 @@
 #include <QString>
 #include <QStringList>
 
-#include "localisation/LanguageOptions.h"
 #include "localisation/LanguageText.h"
 #include "platform/Platform.h"
+#include "shell/ProcessState.h"
 #include "state/ServiceChannel.h"
 #include "state/modRegistry.h"
 
@@ -41,9 +41,10 @@ public:
 // outside the sections, menus, tray tip, and the stored ID.
 class LanguageChange {
 public:
+    // The process state gives the folders and switches, and keeps the language ID in step.
     LanguageChange(platform::Platform& platform, localisation::LanguageText& language,
-                   const localisation::LanguageOptions& options, state::modRegistry& registry,
-                   state::ServiceChannel& service, QString productName);
+                   ProcessState& state, state::modRegistry& registry,
+                   state::ServiceChannel& service);
 
     static MainLanguageTexts mainLanguageTexts(const localisation::LanguageText& language);
 
@@ -55,10 +56,9 @@ private:
 
     platform::Platform& platform_;
     localisation::LanguageText& language_;
-    const localisation::LanguageOptions& options_;
+    ProcessState& state_;
     state::modRegistry& registry_;
     state::ServiceChannel& service_;
-    QString productName_;
 };
 
 }  // namespace shell

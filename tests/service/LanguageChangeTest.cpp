@@ -49,7 +49,7 @@ std::string shippedLanguage(const char* id) {
 class LanguageChangeTest : public ::testing::Test {
 protected:
     LanguageChangeTest() {
-        options.programFolder = "C:\\Program Files\\Tallowick";
+        state.programFolder = "C:\\Program Files\\Tallowick";
         for (const char* id : {"en", "de"}) {
             service.machine.placeFile(
                 std::string("C:\\Program Files\\Tallowick\\localized\\") + id + "\\Language.inx",
@@ -61,10 +61,9 @@ protected:
     testing_support::RunningService service{&box};
     state::modRegistry& registry = service.registry;
     state::modServiceCom& channel = service.channel;
-    localisation::LanguageOptions options;
+    shell::ProcessState state;
     localisation::LanguageText language{"TW"};
-    shell::LanguageChange change{service.platform, language, options,
-                                 registry,         channel,  "Tallowick"};
+    shell::LanguageChange change{service.platform, language, state, registry, channel};
     RecordingMainView view;
 };
 
@@ -82,6 +81,7 @@ TEST_F(LanguageChangeTest, TheWindowGetsTheNewWordsAndTheChoiceIsStored) {
     EXPECT_EQ(view.texts.schedulerActions.size(), 2);
     EXPECT_FALSE(view.texts.columnPublisher.isEmpty());
     EXPECT_EQ(language.loadedLanguage(), "de");
+    EXPECT_EQ(state.languageId, "de");
     EXPECT_EQ(state::GetStoredLanguage(registry, key()), "de");
     EXPECT_TRUE(box.shown.empty());
 }

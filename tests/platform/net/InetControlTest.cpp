@@ -2,7 +2,6 @@
 // the way servers misbehave: not at all, without end, or with an error status.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -111,9 +110,3 @@ TEST(InetControlTest, ExecuteRunsInTheBackgroundUntilPolledDone) {
 }
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

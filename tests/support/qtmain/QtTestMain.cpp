@@ -1,4 +1,5 @@
-// The channel's waits turn the message loop, so these tests run with an application object.
+// The main of the test programs whose code waits in Qt's event loop (the service channel,
+// HTTP clients, the tracking queue), which needs the application object.
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
