@@ -8,6 +8,7 @@
 #include "platform/RegEdit.h"
 #include "platform/Registry.h"
 #include "platform/ServiceManager.h"
+#include "platform/Shell.h"
 #include "platform/VersionInfo.h"
 
 namespace platform {
@@ -26,6 +27,7 @@ struct Platform {
     ServiceManager& services;
     ServiceHost& serviceHost;
     Profile& profile;
+    Shell& shell;
 };
 
 }  // namespace platform

@@ -16,6 +16,7 @@
 #include "platform/portable/PortableRegistry.h"
 #include "platform/portable/PortableServiceHost.h"
 #include "platform/portable/PortableServiceManager.h"
+#include "platform/portable/PortableShell.h"
 #include "platform/portable/PortableVersionInfo.h"
 #include "platform/portable/ProgramLauncher.h"
 #include "platform/portable/WinPath.h"
@@ -92,6 +93,7 @@ Machine::Machine(fs::path folder, MachineFacts facts)
         std::make_unique<PortableServiceManager>(folder_, *registry_, *codePage_, *launcher_);
     serviceHost_ = std::make_unique<PortableServiceHost>(folder_);
     profile_ = std::make_unique<PortableProfile>(*paths_, *codePage_);
+    shell_ = std::make_unique<PortableShell>(*launcher_);
     setMessageBox(*messageBox_);
 }
 
@@ -99,7 +101,8 @@ Machine::~Machine() = default;
 
 void Machine::setMessageBox(MessageBox& box) {
     platform_.reset(new Platform{*registry_, *registry_, *versionInfo_, *files_, *environment_,
-                                 *codePage_, box, *clock_, *services_, *serviceHost_, *profile_});
+                                 *codePage_, box, *clock_, *services_, *serviceHost_, *profile_,
+                                 *shell_});
 }
 
 fs::path Machine::defaultFolder() {

@@ -18,6 +18,7 @@ class PortableProfile;
 class PortableRegistry;
 class PortableServiceHost;
 class PortableServiceManager;
+class PortableShell;
 class ProgramLauncher;
 class PortableVersionInfo;
 class WinPath;
@@ -71,6 +72,7 @@ private:
     std::unique_ptr<PortableServiceManager> services_;
     std::unique_ptr<PortableServiceHost> serviceHost_;
     std::unique_ptr<PortableProfile> profile_;
+    std::unique_ptr<PortableShell> shell_;
     std::unique_ptr<Platform> platform_;
 };
 

@@ -30,11 +30,14 @@ std::optional<std::string> ProgramLauncher::hostProgram(const std::string& windo
 }
 
 void ProgramLauncher::note(const std::string& windowsProgram,
-                           const std::vector<std::string>& arguments) {
+                           const std::vector<std::string>& arguments, const std::string& remark) {
     QString line = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")) +
                    u'\t' + QString::fromStdString(windowsProgram);
     for (const auto& argument : arguments) {
         line += u'\t' + QString::fromStdString(argument);
+    }
+    if (!remark.empty()) {
+        line += QStringLiteral("\t(") + QString::fromStdString(remark) + u')';
     }
     QFile log(QString::fromStdString((machineFolder_ / "run" / "launched.log").string()));
     if (log.open(QIODevice::WriteOnly | QIODevice::Append)) {

@@ -26,9 +26,12 @@ public:
                                 const std::vector<std::string>& arguments,
                                 const std::string& logName);
 
-private:
-    void note(const std::string& windowsProgram, const std::vector<std::string>& arguments);
+    // Adds a line to run/launched.log: the time, the program, its arguments and, for a
+    // request that started nothing, why.
+    void note(const std::string& windowsProgram, const std::vector<std::string>& arguments,
+              const std::string& remark = {});
 
+private:
     std::filesystem::path machineFolder_;
     const MachineFacts& facts_;
 };
