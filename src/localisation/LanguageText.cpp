@@ -102,6 +102,16 @@ void LanguageText::indexCodeStrings() {
     }
 }
 
+void LanguageText::SetCodeString(const QString& name, const QString& value) {
+    const QString line = name + QStringLiteral("==") + value;
+    if (const auto found = index_.constFind(name); found != index_.constEnd()) {
+        codeStrings_[*found] = line;
+    } else {
+        index_.insert(name, codeStrings_.size());
+        codeStrings_.append(line);
+    }
+}
+
 QString LanguageText::GetStrLocValue(const QString& name) const {
     const auto found = index_.constFind(name);
     if (found == index_.constEnd()) {

@@ -38,6 +38,9 @@ public:
     const QStringList& codeStrings() const { return codeStrings_; }
     const QStringList& menuLines() const { return menuLines_; }
 
+    // Gives a code string another value in memory, for this process only: the console points
+    // the program at another server this way.
+    void SetCodeString(const QString& name, const QString& value);
     // The resolved value of a code string; the first line whose name matches wins.
     QString GetStrLocValue(const QString& name) const;
     // The resolved value of one `name=value` or `name==value` line.

@@ -21,11 +21,14 @@ basic::DateFormats systemDateFormats(platform::Platform& platform) {
     return formats;
 }
 
-QString NowText(platform::Platform& platform) {
+QDateTime LocalNow(platform::Platform& platform) {
     const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(
         platform.clock.now().time_since_epoch());
-    return basic::formatDateTime(QDateTime::fromMSecsSinceEpoch(milliseconds.count()),
-                                 systemDateFormats(platform));
+    return QDateTime::fromMSecsSinceEpoch(milliseconds.count());
+}
+
+QString NowText(platform::Platform& platform) {
+    return basic::formatDateTime(LocalNow(platform), systemDateFormats(platform));
 }
 
 }  // namespace state

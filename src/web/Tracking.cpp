@@ -83,10 +83,18 @@ void Tracking::PostSilentURL(const QString& url) {
 }
 
 void Tracking::SendOnce(const QString& action, const TrackingGuard& guard) {
-    lst_.txtAppData = registry_.GetStringValue(facts_.productKey, QString::fromLatin1(guard.value));
-    if (basic::lcase(basic::trim(lst_.txtAppData)) == u"error") {
+    if (guardOpen(guard)) {
         SendTracking(action, QString(), QStringLiteral("Application"));
     }
+    closeGuard(guard);
+}
+
+bool Tracking::guardOpen(const TrackingGuard& guard) {
+    lst_.txtAppData = registry_.GetStringValue(facts_.productKey, QString::fromLatin1(guard.value));
+    return basic::lcase(basic::trim(lst_.txtAppData)) == u"error";
+}
+
+void Tracking::closeGuard(const TrackingGuard& guard) {
     service_.SendToService(QStringLiteral("RegSetString|") + facts_.productKey + u'|' +
                            QString::fromLatin1(guard.value) + u'|' +
                            QString::fromLatin1(guard.number));

@@ -37,6 +37,10 @@ public:
     // Sends the event only while the guard value does not exist, and has the service write
     // the guard in either case.
     void SendOnce(const QString& action, const TrackingGuard& guard);
+    // The guard value does not exist yet: its event has not gone out on this machine.
+    bool guardOpen(const TrackingGuard& guard);
+    // Has the service write the guard value.
+    void closeGuard(const TrackingGuard& guard);
 
     // The last item count read from lblTotalItemsDetected, kept for everyone.
     qint16 itemCount() const { return itemCount_; }
