@@ -75,6 +75,7 @@ void run(benchmark::State& state, Phases phases) {
         auto& detected = lists.detectedProgramList;
         auto& ignored = lists.ignoreEntryList;
         scan::ScanControl control;
+        control.bInProcess = true;
         QStringList log;
         const scan::StringLookup words = [](const QString&) { return QString(); };
         scan::ProgramFilter filter(detected, ignored, log);

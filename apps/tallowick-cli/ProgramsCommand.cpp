@@ -40,6 +40,7 @@ int programsCommand(Context& context) {
     auto& detected = lists.detectedProgramList;
     auto& ignored = lists.ignoreEntryList;
     scan::ScanControl control;
+    control.bInProcess = true;
     QStringList log;
 
     state::FileHelpers files(platform);

@@ -17,6 +17,7 @@ protected:
         for (state::clsList* list : {&keys, &detected, &ignored}) {
             list->InitList(6, 50);
         }
+        control.bInProcess = true;
     }
 
     // The verdict of every key row, and the accepted programs by name.

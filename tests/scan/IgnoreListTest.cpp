@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <map>
-#include <set>
-
+#include "RecordingPages.h"
 #include "core/QtPrinters.h"
 #include "scan/IgnoreList.h"
 #include "scan/ResultsActions.h"
@@ -13,30 +11,6 @@
 namespace {
 
 const std::string kIgnored = "C:\\ProgramData\\Tallowick\\Settings\\Ignored.cus";
-
-// The ignore page and the statistics panel as a test sees them: rows, checks, boxes, captions.
-class RecordingPage final : public scan::IgnorePageView, public scan::StatisticsPanelView {
-public:
-    void beginRows() override { rows.clear(); }
-    void addRow(const QStringList& fields) override { rows.push_back(fields); }
-    void endRows(int count) override { total = count; }
-    int rowCount() override { return int(rows.size()); }
-    bool rowChecked(int row) override { return checked.count(row) != 0; }
-    void setDeleteEnabled(bool enabled) override { deleteEnabled = enabled; }
-    int showMessage(const QString& text, std::uint32_t style) override {
-        boxes.push_back({text, style});
-        return answer;
-    }
-    void setScanNowData(int index, const QString& caption) override { panel[index] = caption; }
-
-    std::vector<QStringList> rows;
-    std::set<int> checked;
-    int total = -1;
-    bool deleteEnabled = true;
-    std::vector<std::pair<QString, std::uint32_t>> boxes;
-    int answer = platform::mbresult::Yes;
-    std::map<int, QString> panel;
-};
 
 class IgnoreListTest : public ::testing::Test {
 protected:
@@ -68,7 +42,7 @@ protected:
     state::clsList entries{machine.platform().messageBox};
     state::modSettings settings{machine.platform()};
     localisation::LanguageText language{"TW"};
-    RecordingPage page;
+    RecordingIgnorePage page;
     scan::IgnoreList ignore{holder, entries, files, language, page};
     scan::ScanStatistics statistics{settings, language, ignore, page};
 };

@@ -1,0 +1,317 @@
+// Whole scans of built machines, with the real service writing the registry and the real
+// update server answering on loopback.
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "RecordingPages.h"
+#include "core/QtPrinters.h"
+#include "platform/net/InetControl.h"
+#include "scan/ScanDriver.h"
+#include "state/ProductNames.h"
+#include "state/SettingsFiles.h"
+#include "support/RunningService.h"
+#include "support/UpdateServerProcess.h"
+
+namespace {
+
+using state::product::key;
+
+const QString kCatalog = QStringLiteral(TALLOWICK_TEST_DATA "/catalog-small.csv");
+
+// One uninstall key of HKEY_LOCAL_MACHINE, installed in its own folder.
+struct Installed {
+    std::string key, name, publisher, version, icon = {};
+};
+
+class ScanDriverTest : public ::testing::Test {
+protected:
+    ScanDriverTest() {
+        platform.files.MkDir("C:\\ProgramData\\Tallowick");
+        platform.files.MkDir("C:\\ProgramData\\Tallowick\\Settings");
+        settings.setSettingsPath(dataFolder + "Settings\\Tallowick.ini");
+        results.InitList(6, 20);
+        service.channel.SendToService("RegCreateKey|" + key());
+        useServer({});
+    }
+
+    // A fresh update server with the fixture catalog and the options, and the language data
+    // pointing at it.
+    void useServer(const QStringList& options) {
+        server = std::make_unique<testing_support::UpdateServerProcess>(UPDATE_SERVER, kCatalog,
+                                                                        options);
+        EXPECT_TRUE(server->running()) << server->errors().toStdString();
+        language.SetLanguageText("[[Code_Strings]]\r\nstrURL_SH_Corporate=" + server->base() +
+                                 "\r\nstrLoc_TW_ReportError=wrong?\r\n"
+                                 "strLoc_TW_SureYouWantToStop=stop?\r\n"
+                                 "strURL_SH_2122=" +
+                                 server->base() + "/tw/newsletter.asp?items=\r\n; end\r\n");
+        language.InitCodeStrings();
+        component.setServerBase(server->base());
+    }
+    void install(const std::vector<Installed>& programs) {
+        std::string reg = "Windows Registry Editor Version 5.00\r\n\r\n";
+        for (const Installed& p : programs) {
+            const std::string folder = "C:\\Apps\\" + p.key;
+            platform.files.MkDir("C:\\Apps");
+            platform.files.MkDir(folder);
+            reg +=
+                "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\" +
+                p.key + "]\r\n\"DisplayName\"=\"" + p.name + "\"\r\n\"Publisher\"=\"" +
+                p.publisher + "\"\r\n\"DisplayVersion\"=\"" + p.version +
+                "\"\r\n\"InstallLocation\"=\"C:\\\\Apps\\\\" + p.key + "\"\r\n";
+            if (!p.icon.empty()) {
+                service.machine.placeTestData(folder + "\\" + p.icon, "zlib1-x64.dll");
+                reg += "\"DisplayIcon\"=\"C:\\\\Apps\\\\" + p.key + "\\\\" + p.icon + "\"\r\n";
+            }
+            reg += "\r\n";
+        }
+        ASSERT_EQ(service.machine.importReg(reg), "");
+    }
+    // n programs that pass detection; what the server says of them is the server's affair.
+    void installMany(int n) {
+        std::vector<Installed> programs;
+        for (int i = 0; i < n; ++i) {
+            const std::string number = std::to_string(10 + i);
+            programs.push_back({"P" + number, "Program " + number, "Maker", "1." + number});
+        }
+        install(programs);
+    }
+    QString setting(const char* section, const char* name) {
+        return settings.ReadSetting(section, name, "<none>");
+    }
+    QString productValue(const char* name) { return service.registry.GetStringValue(key(), name); }
+    QString activityLog() {
+        return QString::fromStdString(
+            platform.files.readFile("C:\\ProgramData\\Tallowick\\Tallowick Log.txt").value_or(""));
+    }
+    QStringList names() {
+        QStringList found;
+        for (const auto& result : page.results) {
+            found << result.name;
+        }
+        return found;
+    }
+
+    testing_support::RunningService service;
+    platform::Platform& platform = service.platform;
+    std::unique_ptr<testing_support::UpdateServerProcess> server;
+    const QString dataFolder = "C:\\ProgramData\\Tallowick\\";
+    state::modSettings settings{platform};
+    localisation::LanguageText language{"TW"};
+    state::lst holder;
+    state::SettingsFiles files{platform, dataFolder, holder, "Tallowick"};
+    scan::DetectionLists lists{platform.messageBox};
+    RecordingIgnorePage ignorePage;
+    scan::IgnoreList ignore{holder, lists.ignoreEntryList, files, language, ignorePage};
+    RecordingScanPage page;
+    bool retry = false;
+    web::Tracking tracking{
+        service.registry, service.channel, holder, language,
+        web::TrackingFacts{"TW", key(), "1.0.0", &retry, [this] { return page.itemsDetected; }}};
+    platform::net::InetControl inet;
+    scan::modUpdateCOmponent component = [this] {
+        scan::modUpdateCOmponent made(platform, inet);
+        made.setAccessKey(scan::modUpdateCOmponent::kAccessKey);
+        return made;
+    }();
+    state::ActivityLog log{platform, settings, dataFolder + "Tallowick Log.txt"};
+    state::clsList results{platform.messageBox};
+    scan::ScanControl control;
+    scan::ScanDriver driver{scan::ScanParts{platform, settings, service.registry, service.channel,
+                                            tracking, language, ignore, lists, results, component,
+                                            log, control, page, "Tallowick",
+                                            "C:\\Program Files\\Tallowick", dataFolder}};
+};
+
+// The updates are exactly those that the catalog implies: a newer product version (case A),
+// an equal product version with an older file (case B); an up-to-date program, a program the
+// server does not know and an ignored one add nothing. The closing writes follow.
+TEST_F(ScanDriverTest, FindsExactlyTheUpdatesOfTheCatalog) {
+    install({{"Designer", "3CX Call Flow Designer (x64)", "3CX s.r.o.", "18.5.8"},
+             {"GSview", "GSview", "Ghostgum", "5.0", "gsview.exe"},
+             {"AirExplorer", "Air Explorer", "AirExplorer GmbH", "5.9.2"},
+             {"Unknown", "Nothing Like It 3000", "Nobody Ltd.", "1.0"},
+             {"ABTool", "A&B Tool", "Contoso", "2.0"},
+             {"Cafe",
+              "Caf\xc3\xa9 \xc3\x89"
+              "crit",
+              "Fabrikam", "3.0"}});
+    holder.lstIgnoreListFile << "   3.0|Caf\u00e9 \u00c9crit|Fabrikam|C:\\Apps\\Cafe";
+    settings.WriteSetting("ScanInfo", "NumberOfScans", "4");
+    service.channel.SendToService("RegSetString|" + key() + "|SilentScan|1/1/2026");
+
+    driver.cmdScanNow_Click();
+
+    EXPECT_EQ(names(), (QStringList{"A&B Tool", "3CX Call Flow Designer (x64)", "GSview"}));
+    ASSERT_EQ(page.results.size(), 3u);
+    const scan::ScanResult& designer = page.results[1];
+    EXPECT_EQ(designer.installedText, "18.5.8");
+    EXPECT_EQ(designer.availableText, "20.2.84");
+    EXPECT_EQ(designer.path, "C:\\Apps\\Designer");
+    EXPECT_EQ(designer.downloadAddress,
+              "https://www.google.com/search?hl=en&q=3CX+Call+Flow+Designer+(x64)");
+    EXPECT_EQ(page.results[2].installedText, "5.0 (1.2.13.0)");
+    EXPECT_EQ(page.results[2].availableText, "5.0 (5.0.0.0)");
+    EXPECT_EQ(page.results[2].path, "C:\\Apps\\GSview\\gsview.exe");
+    // ResultsList holds the same rows for the report.
+    ASSERT_EQ(results.Count(), 3);
+    EXPECT_EQ(results.ItemText(2), "GSview");
+    EXPECT_EQ(results.SubItemText(2, 2), "5.0 (1.2.13.0)");
+    EXPECT_EQ(results.SubItemText(2, 5), "C:\\Apps\\GSview\\gsview.exe");
+
+    EXPECT_EQ(page.itemsDetected, "3");
+    EXPECT_EQ(page.reportErrorLine, "wrong?");
+    EXPECT_TRUE(page.notices.isEmpty());
+    EXPECT_EQ(page.progress, (std::vector<int>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(page.sounds, QStringList{"C:\\Program Files\\Tallowick\\ErrorFound.wav"});
+    EXPECT_EQ(page.calls.first(), "disableControls");
+    EXPECT_EQ(page.calls.last(), "enableControls");
+    EXPECT_TRUE(page.calls.contains("showInternetReminder"));
+    EXPECT_TRUE(page.calls.contains("RestoreWindow"));
+    EXPECT_FALSE(page.calls.contains("showEmptyLayout"));
+    EXPECT_FALSE(control.bInProcess);
+    EXPECT_FALSE(control.ScanBusy);
+    EXPECT_EQ(control.itemCount, 3);
+
+    EXPECT_EQ(setting("ScanInfo", "UpdatesAvailable"), "3");
+    EXPECT_EQ(setting("ScanInfo", "NumberOfScans"), "5");
+    EXPECT_NE(setting("ScanInfo", "LastScan"), "<none>");
+    EXPECT_FALSE(setting("UpdatesServer", "UID").isEmpty());
+    EXPECT_EQ(productValue("ItemCount"), "3");
+    EXPECT_EQ(productValue("ForcedScan"), "30000");
+    EXPECT_EQ(productValue("SilentScan"), "Error");
+    EXPECT_EQ(productValue("ScanTr1"), "12");
+    EXPECT_EQ(productValue("ScanTr"), "12");
+    ASSERT_EQ(holder.lstURLs.size(), 2);
+    EXPECT_TRUE(holder.lstURLs[0].contains("action=Scan_Started&"));
+    EXPECT_TRUE(holder.lstURLs[1].contains("action=Scan_Finished&"));
+    EXPECT_TRUE(holder.lstURLs[1].contains("&itemcount=3&"));
+
+    const QString logText = activityLog();
+    EXPECT_TRUE(logText.startsWith("\r\n\r\nStarting Computer Scan on ")) << logText.toStdString();
+    EXPECT_TRUE(
+        logText.contains("\r\n   Update Found: GSview (Ghostgum) 5.0 (5.0.0.0) "
+                         "(5.0 (1.2.13.0)), C:\\Apps\\GSview\\gsview.exe\r\n"));
+    EXPECT_TRUE(
+        logText.contains("\r\n   Update Found: A&B Tool (Contoso) 2.1 (2.0), "
+                         "C:\\Apps\\ABTool\r\n"));
+    EXPECT_TRUE(logText.contains("\r\nScan Complete. ("));
+    EXPECT_TRUE(logText.endsWith(")\r\n\r\n"));
+
+    // The next scan: its first-scan event has gone; the ignore file is in force again.
+    holder.lstIgnoreListFile.clear();
+    driver.InitiateScan(true);
+    EXPECT_EQ(page.results.size(), 7u);
+    EXPECT_EQ(results.Count(), 4);
+    EXPECT_EQ(holder.lstURLs.size(), 2);
+    EXPECT_EQ(setting("ScanInfo", "NumberOfScans"), "6");
+}
+
+// Stop after the third update: the three rows stay and count, the scan counts as a scan, and
+// the first cancelled scan is reported once, clearing the first-run marks.
+TEST_F(ScanDriverTest, StopKeepsTheUpdatesFoundSoFar) {
+    install({{"A1", "3CX Call Flow Designer (x64)", "3CX s.r.o.", "18.5.8"},
+             {"A2", "Air Explorer", "AirExplorer GmbH", "5.8.1"},
+             {"A3", "A&B Tool", "Contoso", "2.0"},
+             {"A4", "GSview", "Ghostgum", "4.9"},
+             {"A5", "Nightfall Reader", "Northwind Inc.", "2026.1"}});
+    control.installRun = control.repeatFirstRun = true;
+    bool stopped = false;
+    control.pumpEvents = [&] {
+        if (page.results.size() == 3 && !stopped) {
+            stopped = true;
+            driver.cmdStopScan_Click();
+        }
+    };
+    page.answer = platform::mbresult::Yes;
+    driver.cmdScanNow_Click();
+
+    EXPECT_EQ(page.results.size(), 3u);
+    EXPECT_EQ(page.progress, (std::vector<int>{1, 2, 3}));
+    ASSERT_EQ(page.boxes.size(), 1u);
+    EXPECT_EQ(page.boxes[0].first, "stop?");
+    EXPECT_EQ(page.boxes[0].second, platform::mbstyle::YesNo | platform::mbstyle::IconQuestion);
+    EXPECT_TRUE(control.ScanCancelled);
+    EXPECT_FALSE(control.installRun || control.repeatFirstRun);
+    EXPECT_FALSE(page.calls.contains("showStartPage"));
+    EXPECT_EQ(setting("ScanInfo", "UpdatesAvailable"), "3");
+    EXPECT_EQ(setting("ScanInfo", "NumberOfScans"), "1");
+    EXPECT_EQ(productValue("ItemCount"), "3");
+    EXPECT_EQ(productValue("ForcedScan"), "30000");
+    ASSERT_EQ(holder.lstURLs.size(), 2);
+    EXPECT_TRUE(holder.lstURLs[1].contains("action=Scan_Cancelled&"));
+
+    // A No leaves the scan running.
+    page.answer = platform::mbresult::No;
+    control.bInProcess = true;
+    driver.cmdStopScan_Click();
+    EXPECT_TRUE(control.bInProcess);
+    control.bInProcess = false;
+}
+
+// Two empty answers stop the scan with the connection notice, and the other programs are not
+// asked; with no update listed the start page opens and the last count stays.
+TEST_F(ScanDriverTest, EmptyRepliesEndTheScanAfterTheSecond) {
+    useServer({"--test-reply", "empty"});
+    installMany(10);
+    settings.WriteSetting("ScanInfo", "UpdatesAvailable", "7");
+    service.channel.SendToService("RegSetString|" + key() + "|ForcedScan|5");
+    driver.InitiateScan(true);
+
+    EXPECT_EQ(page.notices, QStringList{"frmUnableToCheck"});
+    EXPECT_EQ(page.progress, std::vector<int>{1});
+    EXPECT_TRUE(page.calls.contains("showStartPage"));
+    EXPECT_FALSE(page.calls.contains("showInternetReminder"));
+    EXPECT_EQ(setting("ScanInfo", "UpdatesAvailable"), "7");
+    EXPECT_EQ(setting("ScanInfo", "NumberOfScans"), "1");
+    EXPECT_EQ(productValue("ItemCount"), "Error");
+    EXPECT_EQ(productValue("ForcedScan"), "5");
+    EXPECT_TRUE(page.sounds.isEmpty());
+}
+
+// Broken pages count from the third, or when every program had one; the server's own failures
+// from the third; its quiet codes never.
+TEST_F(ScanDriverTest, BrokenAnswersAndServerFailuresHaveTheirThresholds) {
+    useServer({"--test-reply", "nomarker"});
+    installMany(2);
+    driver.InitiateScan(true);
+    EXPECT_EQ(page.notices, QStringList{"frmUnableToDetermine"});
+    EXPECT_EQ(page.progress, std::vector<int>{1});
+
+    page = RecordingScanPage();
+    useServer({"--test-reply", "error:4010"});
+    installMany(5);
+    driver.InitiateScan(true);
+    EXPECT_EQ(page.notices, QStringList{"frmUnableToDetermine"});
+    EXPECT_EQ(page.progress, (std::vector<int>{1, 2}));
+
+    page = RecordingScanPage();
+    useServer({"--test-reply", "error:4002"});
+    driver.InitiateScan(true);
+    EXPECT_TRUE(page.notices.isEmpty());
+    EXPECT_EQ(page.progress, (std::vector<int>{1, 2, 3, 4, 5}));
+    EXPECT_TRUE(page.calls.contains("showEmptyLayout"));
+    EXPECT_EQ(setting("ScanInfo", "UpdatesAvailable"), "0");
+    EXPECT_EQ(setting("ScanInfo", "NumberOfScans"), "3");
+    EXPECT_EQ(productValue("ForcedScan"), "30000");
+}
+
+// A machine with nothing to look up closes as an empty scan; a count that is no number is
+// left alone; a second scan is refused while one runs.
+TEST_F(ScanDriverTest, NothingToLookUpAndARunningScan) {
+    settings.WriteSetting("ScanInfo", "NumberOfScans", "many");
+    driver.InitiateScan(true);
+    EXPECT_EQ(page.progressMaximum, 0);
+    EXPECT_TRUE(page.calls.contains("showEmptyLayout"));
+    EXPECT_EQ(setting("ScanInfo", "UpdatesAvailable"), "0");
+    EXPECT_EQ(setting("ScanInfo", "NumberOfScans"), "many");
+    EXPECT_EQ(productValue("ItemCount"), "0");
+
+    page = RecordingScanPage();
+    control.bInProcess = true;
+    driver.InitiateScan(false);
+    EXPECT_EQ(page.calls, (QStringList{"disableControls", "enableControls"}));
+}
+
+}  // namespace
