@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "QtBenchmarkMain.h"
+#include "RunningServiceMachine.h"
 #include "platform/portable/Machine.h"
 #include "service/ServiceControl.h"
 #include "state/AnsiText.h"
@@ -23,42 +24,6 @@ using state::product::key;
 
 const QString kCommandFile = "C:\\ProgramData\\Tallowick\\Service\\SentData.dat";
 
-class NoRecovery final : public state::ServiceGate {
-public:
-    void ServiceRecovery(bool) override {}
-};
-
-// A machine with the service installed and running, and a client of it.
-struct Channel {
-    Channel() {
-        platform::portable::MachineFacts facts;
-        facts.programs["C:\\Program Files\\Tallowick\\Tallo-wickService.exe"] = SERVICE_PROGRAM;
-        std::string problems;
-        machine = Machine::create(dir.path().toStdString() + "/machine", facts, &problems);
-        auto& platform = machine->platform();
-        registry = std::make_unique<state::modRegistry>(platform);
-        registry->CreateKey(state::product::servicesKey());
-        registry->SetStringValue(state::product::servicesKey(), "DisplayName",
-                                 state::product::serviceName());
-        registry->SetStringValue(state::product::servicesKey(), "ImagePath",
-                                 "C:\\Program Files\\Tallowick\\Tallo-wickService.exe");
-        registry->CreateKey(key());
-        folders = std::make_unique<state::DataFolders>(platform, "C:\\Program Files\\Tallowick",
-                                                       "Tallowick");
-        client = std::make_unique<state::modServiceCom>(platform, *registry, *folders, gate);
-        folders->UpdateFileLocations(*client);
-        service::startProductService(platform);
-    }
-    ~Channel() { service::stopProductService(machine->platform()); }
-
-    QTemporaryDir dir;
-    std::unique_ptr<Machine> machine;
-    std::unique_ptr<state::modRegistry> registry;
-    std::unique_ptr<state::DataFolders> folders;
-    NoRecovery gate;
-    std::unique_ptr<state::modServiceCom> client;
-};
-
 double threadCpuSeconds() {
     timespec now{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
@@ -67,7 +32,7 @@ double threadCpuSeconds() {
 
 // One set of one value, from the write of the file to the read back.
 void BM_SendRoundTrip(benchmark::State& state) {
-    Channel channel;
+    RunningServiceMachine channel;
     std::vector<double> milliseconds;
     int i = 0;
     for (auto _ : state) {
@@ -88,7 +53,7 @@ BENCHMARK(BM_SendRoundTrip)->Iterations(300)->Unit(benchmark::kMillisecond);
 // service is stopped and an installer is at work, so the send skips the check and waits; a
 // second process's view of the machine starts the service after the second.
 void BM_WaitCpu(benchmark::State& state) {
-    Channel channel;
+    RunningServiceMachine channel;
     auto& platform = channel.machine->platform();
     channel.registry->SetStringValue(key(), "Install", "1");
     for (auto _ : state) {

@@ -43,5 +43,6 @@ int compareCommand(Context& context);
 int lookupCommand(Context& context);
 int ignoreCommand(Context& context);
 int statsCommand(Context& context);
+int scanCommand(Context& context);
 
 }  // namespace cli

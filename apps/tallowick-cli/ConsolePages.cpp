@@ -5,8 +5,11 @@
 
 namespace cli {
 
-int ConsolePages::showMessage(const QString& text, std::uint32_t style) {
+int answerOnConsole(const QString& text, std::uint32_t style) {
     if ((style & 0x0F) == platform::mbstyle::YesNo) {
+        Context::out(QStringLiteral("question\t") +
+                     QString(text).replace(QStringLiteral("\r\n"), QStringLiteral(" ")) +
+                     QStringLiteral("\tYes"));
         return platform::mbresult::Yes;
     }
     Context::out(text);

@@ -18,6 +18,8 @@ platform::portable::Machine* Context::machine() {
 
 void Context::out(const QString& line) {
     std::fputs((line + '\n').toUtf8().constData(), stdout);
+    // Progress lines reach a pipe as they happen.
+    std::fflush(stdout);
 }
 
 void Context::err(const QString& line) {

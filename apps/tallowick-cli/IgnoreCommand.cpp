@@ -1,62 +1,10 @@
-#include <functional>
-
 #include "Cli.h"
-#include "ConsolePages.h"
-#include "InstalledLanguage.h"
-#include "ProgramSettings.h"
+#include "ProgramLists.h"
 #include "core/BasicText.h"
-#include "scan/IgnoreList.h"
 #include "scan/ResultsActions.h"
-#include "scan/ScanStatistics.h"
 #include "state/ActivityLog.h"
-#include "state/ProductNames.h"
-#include "state/SettingsFiles.h"
-#include "state/clsList.h"
 
 namespace cli {
-
-namespace {
-
-// What the ignore and stats commands share: the installed program's language, settings, ignore
-// list and statistics, loaded as the program loads them.
-struct ProgramLists {
-    explicit ProgramLists(platform::Platform& platform)
-        : platform(platform), entries(platform.messageBox), settings(platform) {}
-
-    bool open() {
-        if (!startInstalledLanguage(platform, QString(), state, language)) {
-            return false;
-        }
-        dataFolder = openProgramSettings(platform, state.programFolder, true, settings);
-        files.LoadFiles(dataFolder + state::product::ignoreListFile(), holder.lstIgnoreListFile);
-        return true;
-    }
-
-    platform::Platform& platform;
-    shell::ProcessState state;
-    localisation::LanguageText language{state.applicationId};
-    state::lst holder;
-    state::clsList entries;
-    state::modSettings settings;
-    QString dataFolder;
-    state::SettingsFiles files{platform, dataFolder, holder, state::product::name()};
-    ConsolePages pages;
-    scan::IgnoreList ignore{holder, entries, files, language, pages};
-    scan::ScanStatistics statistics{settings, language, ignore, pages};
-};
-
-// Runs `work` on the installed program's lists of the context's machine; 1 when there is
-// no machine or no installed program to read.
-int withProgramLists(Context& context, const std::function<int(ProgramLists&)>& work) {
-    auto* machine = context.machine();
-    if (machine == nullptr) {
-        return kFailed;
-    }
-    ProgramLists lists(machine->platform());
-    return lists.open() ? work(lists) : kFailed;
-}
-
-}  // namespace
 
 // ignore list | ignore add NAME PUBLISHER LOCATION [VERSION] | ignore remove N...: the
 // program's ignore list. list prints one entry a line, numbered from 1: number, version,
@@ -95,11 +43,11 @@ int ignoreCommand(Context& context) {
             lists.ignore.cmdDeleteSelected_Click();
             return kOk;
         }
+        state::clsList& entries = lists.lists.ignoreEntryList;
         for (int row = 0; row < count; ++row) {
-            Context::out(
-                QString::number(row + 1) + u'\t' + basic::trim(lists.entries.ItemText(row)) +
-                u'\t' + lists.entries.SubItemText(row, 1) + u'\t' +
-                lists.entries.SubItemText(row, 2) + u'\t' + lists.entries.SubItemText(row, 3));
+            Context::out(QString::number(row + 1) + u'\t' + basic::trim(entries.ItemText(row)) +
+                         u'\t' + entries.SubItemText(row, 1) + u'\t' + entries.SubItemText(row, 2) +
+                         u'\t' + entries.SubItemText(row, 3));
         }
         return kOk;
     });

@@ -14,7 +14,7 @@ constexpr const char* kUsage =
     "settings delete SECTION KEY | lang get NAME [--language ID] | "
     "compare [INSTALLED AVAILABLE] | lookup NAME PUBLISHER VERSION [FILEVERSION] [--server BASE] | "
     "ignore list | ignore add NAME PUBLISHER LOCATION [VERSION] | ignore remove N... | "
-    "stats [--reset]";
+    "stats [--reset] | scan [--server BASE] [--dumps]";
 
 }  // namespace
 
@@ -43,6 +43,8 @@ int main(int argc, char* argv[]) {
         status = cli::ignoreCommand(context);
     } else if (command == "stats") {
         status = cli::statsCommand(context);
+    } else if (command == "scan") {
+        status = cli::scanCommand(context);
     } else if (command == "lookup") {
         status = cli::lookupCommand(context);
     } else if (command == "compare") {

@@ -1,8 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include <tuple>
+
+#include "core/QtPrinters.h"
 #include "support/ProgramRun.h"
 #include "support/TestMachine.h"
 #include "support/UpdateServerProcess.h"
@@ -18,6 +23,17 @@ protected:
         return testing_support::runProgram(TALLOWICK_CLI, arguments, machineFolder);
     }
     void init() { ASSERT_EQ(cli({"machine", "init"}).status, 0); }
+    // A machine with the program installed, its service stopped, and English stored.
+    void installInEnglish() {
+        init();
+        ASSERT_EQ(
+            testing_support::runProgram(TALLOWICK_SETUP, {"install", "--no-start"}, machineFolder)
+                .status,
+            0);
+        ASSERT_EQ(
+            cli({"reg", "set", "HKEY_LOCAL_MACHINE\\Software\\Tallowick", "Language", "en"}).status,
+            0);
+    }
 
     QTemporaryDir dir;
     QString machineFolder = dir.path() + "/machine";
@@ -262,12 +278,7 @@ TEST_F(CliTest, LookupPrintsTheElevenFields) {
 
 // The ignore list and the statistics of the installed program, as the next process sees them.
 TEST_F(CliTest, IgnoreAndStatsActOnTheProgramsFiles) {
-    init();
-    ASSERT_EQ(testing_support::runProgram(TALLOWICK_SETUP, {"install", "--no-start"}, machineFolder)
-                  .status,
-              0);
-    ASSERT_EQ(
-        cli({"reg", "set", "HKEY_LOCAL_MACHINE\\Software\\Tallowick", "Language", "en"}).status, 0);
+    installInEnglish();
     ASSERT_EQ(cli({"ignore", "add", "Tool", "Maker", "C:\\Tool\\tool.exe", "1.2"}).status, 0);
     ASSERT_EQ(cli({"ignore", "add", "Other", "", "C:\\Other"}).status, 0);
     EXPECT_EQ(cli({"ignore", "list"}).out,
@@ -287,3 +298,60 @@ TEST_F(CliTest, IgnoreAndStatsActOnTheProgramsFiles) {
 }
 
 }  // namespace
+
+// A whole scan as the main job runs it: its lines, its summary, the statistics it leaves, and
+// the notice of a server that answers nothing.
+TEST_F(CliTest, ScanPrintsUpdatesNoticesAndItsSummary) {
+    installInEnglish();
+    const QString key =
+        "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\";
+    QString reg = "Windows Registry Editor Version 5.00\r\n\r\n";
+    for (const auto& [name, publisher, version] :
+         {std::tuple{"3CX Call Flow Designer (x64)", "3CX s.r.o.", "18.5.8"},
+          std::tuple{"Air Explorer", "AirExplorer GmbH", "5.9.2"},
+          std::tuple{"Nothing Like It", "Nobody", "1.0"}}) {
+        const QString folder = QString(name).remove(' ');
+        ASSERT_TRUE(QDir().mkpath(machineFolder + "/drive_c/Apps/" + folder));
+        reg += "[" + key + folder + "]\r\n\"DisplayName\"=\"" + name + "\"\r\n\"Publisher\"=\"" +
+               publisher + "\"\r\n\"DisplayVersion\"=\"" + version +
+               "\"\r\n\"InstallLocation\"=\"C:\\\\Apps\\\\" + folder + "\"\r\n\r\n";
+    }
+    QFile regFile(dir.filePath("programs.reg"));
+    ASSERT_TRUE(regFile.open(QIODevice::WriteOnly));
+    regFile.write(reg.toUtf8());
+    regFile.close();
+    ASSERT_EQ(cli({"reg", "import", regFile.fileName()}).status, 0);
+
+    testing_support::UpdateServerProcess server(UPDATE_SERVER,
+                                                TALLOWICK_TEST_DATA "/catalog-small.csv");
+    const CliRun scan = cli({"scan", "--server", server.base()});
+    ASSERT_EQ(scan.status, 0) << scan.err.toStdString();
+    const QStringList lines = scan.out.split('\n', Qt::SkipEmptyParts);
+    EXPECT_EQ(lines.filter(QRegularExpression("^phase\t")),
+              (QStringList{"phase\t1\tpreparation", "phase\t2\tdetection", "phase\t3\tlookups",
+                           "phase\t4\tclosing"}));
+    // The installed program's own uninstall key is the fourth.
+    EXPECT_EQ(lines.filter(QRegularExpression("^program\t")).size(), 4);
+    EXPECT_EQ(lines.filter(QRegularExpression("^update\t")),
+              QStringList{"update\t3CX Call Flow Designer (x64)\t3CX s.r.o.\t18.5.8\t20.2.84\t"
+                          "https://www.google.com/search?hl=en&q=3CX+Call+Flow+Designer+(x64)"});
+    EXPECT_EQ(lines.mid(lines.size() - 5),
+              (QStringList{"summary\tstate\tcompleted", "summary\tprograms\t4",
+                           "summary\tupdates\t1", "summary\tscans\t1",
+                           "summary\tlog\tC:\\ProgramData\\Tallowick\\Tallowick Log.txt"}));
+    EXPECT_TRUE(cli({"stats"}).out.contains("numberOfScans=1\nupdatesAvailable=1\n"));
+
+    testing_support::UpdateServerProcess silent(
+        UPDATE_SERVER, TALLOWICK_TEST_DATA "/catalog-small.csv", {"--test-reply", "empty"});
+    const CliRun failed = cli({"scan", "--server", silent.base()});
+    EXPECT_TRUE(failed.out.contains(
+        "\nnotice\tfrmUnableToCheck\tTallowick - No Connection\tTallowick could not reach"))
+        << failed.out.toStdString();
+    EXPECT_TRUE(
+        failed.out.endsWith("summary\tstate\tfailed\nsummary\tprograms\t4\n"
+                            "summary\tupdates\t0\nsummary\tscans\t2\n"
+                            "summary\tlog\tC:\\ProgramData\\Tallowick\\Tallowick Log.txt\n"));
+    EXPECT_TRUE(cli({"stats"}).out.contains("numberOfScans=2\nupdatesAvailable=1\n"));
+    EXPECT_EQ(cli({"scan", "--server"}).status, 2);
+    EXPECT_EQ(cli({"service", "stop"}).out, "stopped\n");
+}
