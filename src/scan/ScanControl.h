@@ -26,6 +26,8 @@ struct ScanControl {
     bool repeatFirstRun = false;
     // Updates of the last scan that ended without a failure notice.
     qint16 itemCount = 0;
+    // The process's newsletter address while the user has given none.
+    static constexpr const char* kNoNewsletterAddress = "none@none.none";
     // A newsletter address and first name waiting to go out with the next closed scan.
     QString newsletterEmail;
     QString newsletterFirstName;

@@ -30,8 +30,6 @@ constexpr int kBrokenRepliesToFail = 3;
 const QStringList kServerFailureCodes{"4000", "4010", "4001", "4014"};
 // Written when a scan has closed, so that the start-up stops forcing one.
 constexpr const char* kForcedScanDone = "30000";
-// The process's newsletter address while the user has given none.
-constexpr const char* kNoNewsletterAddress = "none@none.none";
 
 // The date and the time of now, two blanks between them, as the activity log writes them.
 QString logTime(platform::Platform& platform) {
@@ -323,7 +321,7 @@ void ScanDriver::close(bool silent, bool lookupFailed, QStringList& scanLog) {
                              web::trackingguard::ScanTr);
 
     const QString email = control.newsletterEmail;
-    if (email.size() > 5 && email != QLatin1String(kNoNewsletterAddress)) {
+    if (email.size() > 5 && email != QLatin1String(ScanControl::kNoNewsletterAddress)) {
         QString url = text("strURL_SH_2122") + QString::number(count) + QStringLiteral("&Email2=") +
                       email + QStringLiteral("&FirstName2=") + control.newsletterFirstName;
         parts_.tracking.PostSilentURL(
