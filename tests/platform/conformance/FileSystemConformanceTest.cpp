@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "support/TestMachine.h"
+#include <algorithm>
+#include <cctype>
+#include <memory>
+#include <string>
+
+#include "ConformanceMachine.h"
 
 namespace {
 
@@ -8,34 +13,47 @@ using platform::GetFileName;
 using platform::GetParentFolderName;
 namespace fileattr = platform::fileattr;
 
+// A path below the tests' own folder.
+std::string at(const std::string& below) {
+    return conformance::kFolder + below;
+}
+
+std::string lowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return char(std::tolower(c)); });
+    return text;
+}
+
 class FileSystemConformance : public ::testing::Test {
 protected:
     void SetUp() override {
-        machine.placeFile("C:\\Program Files\\Acme Tools\\Acme.exe", "MZ");
-        machine.placeFile("C:\\Program Files\\Acme Tools\\readme.txt", "hello");
+        machine->placeFile(at("\\Program Files\\Acme Tools\\Acme.exe"), "MZ");
+        machine->placeFile(at("\\Program Files\\Acme Tools\\readme.txt"), "hello");
     }
-    testing_support::TestMachine machine;
-    platform::FileSystem& files = machine.platform().files;
+    std::unique_ptr<conformance::Machine> machine = conformance::newMachine();
+    platform::FileSystem& files = machine->platform().files;
 };
 
 // Windows finds files and folders without regard to case, and tells files from folders.
 TEST_F(FileSystemConformance, ExistenceIgnoresCaseAndTellsFilesFromFolders) {
-    EXPECT_TRUE(files.FileExists("c:\\PROGRAM FILES\\acme tools\\ACME.EXE"));
-    EXPECT_TRUE(files.FileExists("C:/Program Files/Acme Tools/Acme.exe"));
-    EXPECT_TRUE(files.FolderExists("C:\\program files\\ACME TOOLS\\"));
-    EXPECT_FALSE(files.FileExists("C:\\Program Files\\Acme Tools"));
-    EXPECT_FALSE(files.FolderExists("C:\\Program Files\\Acme Tools\\Acme.exe"));
-    EXPECT_FALSE(files.FileExists("C:\\Program Files\\Acme Tools\\Missing.exe"));
+    EXPECT_TRUE(files.FileExists(at("\\PROGRAM FILES\\acme tools\\ACME.EXE")));
+    EXPECT_TRUE(files.FileExists(lowerCase(at("\\Program Files\\Acme Tools\\Acme.exe"))));
+    EXPECT_TRUE(files.FileExists(at("/Program Files/Acme Tools/Acme.exe")));
+    EXPECT_TRUE(files.FolderExists(at("\\program files\\ACME TOOLS\\")));
+    EXPECT_FALSE(files.FileExists(at("\\Program Files\\Acme Tools")));
+    EXPECT_FALSE(files.FolderExists(at("\\Program Files\\Acme Tools\\Acme.exe")));
+    EXPECT_FALSE(files.FileExists(at("\\Program Files\\Acme Tools\\Missing.exe")));
     EXPECT_TRUE(files.FolderExists("C:\\"));
-    EXPECT_TRUE(files.FolderExists("C:\\Windows\\System32\\..\\Fonts"));
+    EXPECT_TRUE(files.FolderExists(at("\\Program Files\\Acme Tools\\..\\Acme Tools")));
 }
 
 // A malformed path does not exist: forbidden characters, wildcards, relative or UNC paths.
 TEST_F(FileSystemConformance, MalformedPathsDoNotExist) {
-    for (const char* path :
-         {"", "Acme.exe", "C:Acme.exe", "\\\\server\\share\\a.exe", "C:\\Program Files\\Acme*",
-          "C:\\Program Files\\Acme Tools\\Acme.exe,0", "C:\\Program Files\\A|B\\x.exe",
-          "C:\\Program Files\\\"Acme Tools\"\\Acme.exe", "1:\\x"}) {
+    for (const std::string& path :
+         {std::string(), std::string("Acme.exe"), std::string("C:Acme.exe"),
+          std::string("\\\\server\\share\\a.exe"), at("\\Program Files\\Acme*"),
+          at("\\Program Files\\Acme Tools\\Acme.exe,0"), at("\\Program Files\\A|B\\x.exe"),
+          at("\\Program Files\\\"Acme Tools\"\\Acme.exe"), std::string("1:\\x")}) {
         SCOPED_TRACE(path);
         EXPECT_FALSE(files.FileExists(path));
         EXPECT_FALSE(files.FolderExists(path));
@@ -46,40 +64,42 @@ TEST_F(FileSystemConformance, DriveTypeOfRoots) {
     EXPECT_EQ(files.GetDriveTypeA("C:\\"), platform::drivetype::Fixed);
     EXPECT_EQ(files.GetDriveTypeA("c:\\"), platform::drivetype::Fixed);
     EXPECT_EQ(files.GetDriveTypeA("Q:\\"), platform::drivetype::NoRootDir);
-    EXPECT_EQ(files.GetDriveTypeA("C:\\Windows"), platform::drivetype::NoRootDir);
+    EXPECT_EQ(files.GetDriveTypeA(conformance::kFolder), platform::drivetype::NoRootDir);
 }
 
 // Dir answers the first matching name as stored; folders only when asked for.
 TEST_F(FileSystemConformance, DirFindsNamesAsStored) {
-    EXPECT_EQ(files.Dir("C:\\PROGRAM FILES\\ACME TOOLS\\acme.exe", fileattr::Normal), "Acme.exe");
-    EXPECT_EQ(files.Dir("C:\\Program Files\\Acme Tools\\*.TXT", fileattr::Normal), "readme.txt");
-    EXPECT_EQ(files.Dir("C:\\Program Files\\Acme Tools\\*.*", fileattr::Normal), "Acme.exe");
-    EXPECT_EQ(files.Dir("C:\\Program Files\\Acme Tools\\", fileattr::Normal), "Acme.exe");
-    EXPECT_EQ(files.Dir("C:\\Program Files\\Acme ?ools\\x.exe", fileattr::Normal), "");
-    EXPECT_EQ(files.Dir("C:\\Program Files\\Acme Tools", fileattr::Normal), "");
-    EXPECT_EQ(files.Dir("C:\\Program Files\\Acme Tools",
+    EXPECT_EQ(files.Dir(at("\\PROGRAM FILES\\ACME TOOLS\\acme.exe"), fileattr::Normal), "Acme.exe");
+    EXPECT_EQ(files.Dir(at("\\Program Files\\Acme Tools\\*.TXT"), fileattr::Normal), "readme.txt");
+    EXPECT_EQ(files.Dir(at("\\Program Files\\Acme Tools\\*.*"), fileattr::Normal), "Acme.exe");
+    EXPECT_EQ(files.Dir(at("\\Program Files\\Acme Tools\\"), fileattr::Normal), "Acme.exe");
+    EXPECT_EQ(files.Dir(at("\\Program Files\\Acme ?ools\\x.exe"), fileattr::Normal), "");
+    EXPECT_EQ(files.Dir(at("\\Program Files\\Acme Tools"), fileattr::Normal), "");
+    EXPECT_EQ(files.Dir(at("\\Program Files\\Acme Tools"),
                         fileattr::Hidden | fileattr::System | fileattr::Directory),
               "Acme Tools");
-    EXPECT_EQ(files.Dir("C:\\Program Files\\Missing\\*", fileattr::Directory), "");
+    EXPECT_EQ(files.Dir(at("\\Program Files\\Missing\\*"), fileattr::Directory), "");
 }
 
 TEST_F(FileSystemConformance, MkDirNeedsItsParent) {
-    EXPECT_TRUE(files.MkDir("C:\\ProgramData\\Tallowick"));
-    EXPECT_TRUE(files.FolderExists("C:\\PROGRAMDATA\\TALLOWICK"));
-    EXPECT_FALSE(files.MkDir("C:\\ProgramData\\Tallowick"));
-    EXPECT_FALSE(files.MkDir("C:\\ProgramData\\Missing\\Tallowick"));
+    EXPECT_TRUE(files.MkDir(at("\\ProgramData")));
+    EXPECT_TRUE(files.MkDir(at("\\ProgramData\\Tallowick")));
+    EXPECT_TRUE(files.FolderExists(at("\\PROGRAMDATA\\TALLOWICK")));
+    EXPECT_FALSE(files.MkDir(at("\\ProgramData\\Tallowick")));
+    EXPECT_FALSE(files.MkDir(at("\\ProgramData\\Missing\\Tallowick")));
 }
 
 TEST_F(FileSystemConformance, FilesReadBackWhatWasWritten) {
     const std::string bytes("line\r\n\0\xff", 8);
-    ASSERT_TRUE(files.writeFile("C:\\ProgramData\\data.bin", bytes));
-    EXPECT_EQ(files.readFile("c:\\programdata\\DATA.BIN"), bytes);
-    EXPECT_FALSE(files.readFile("C:\\ProgramData\\none.bin").has_value());
-    EXPECT_FALSE(files.writeFile("C:\\Missing\\data.bin", bytes));
-    ASSERT_TRUE(files.appendFile("C:\\ProgramData\\DATA.BIN", "more"));
-    ASSERT_TRUE(files.appendFile("C:\\ProgramData\\new.txt", "first"));
-    EXPECT_EQ(files.readFile("C:\\ProgramData\\data.bin"), bytes + "more");
-    EXPECT_EQ(files.readFile("C:\\ProgramData\\new.txt"), "first");
+    ASSERT_TRUE(files.writeFile(at("\\data.bin"), bytes));
+    EXPECT_EQ(files.readFile(at("\\DATA.BIN")), bytes);
+    EXPECT_EQ(files.readFile(lowerCase(at("\\data.bin"))), bytes);
+    EXPECT_FALSE(files.readFile(at("\\none.bin")).has_value());
+    EXPECT_FALSE(files.writeFile(at("\\Missing\\data.bin"), bytes));
+    ASSERT_TRUE(files.appendFile(at("\\DATA.BIN"), "more"));
+    ASSERT_TRUE(files.appendFile(at("\\new.txt"), "first"));
+    EXPECT_EQ(files.readFile(at("\\data.bin")), bytes + "more");
+    EXPECT_EQ(files.readFile(at("\\new.txt")), "first");
 }
 
 // The FileSystemObject's path texts never look at the disk.

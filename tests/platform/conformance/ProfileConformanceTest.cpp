@@ -4,18 +4,21 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <filesystem>
+#include <memory>
 #include <optional>
 #include <random>
 #include <string>
 
-#include "support/TestMachine.h"
+#include "ConformanceMachine.h"
 
 namespace {
 
-using testing_support::TestMachine;
+// A path below the tests' own folder.
+std::string at(const std::string& below) {
+    return conformance::kFolder + below;
+}
 
-const std::string kFile = "C:\\Settings\\App.ini";
+const std::string kFile = at("\\Settings\\App.ini");
 const std::string kNone = "<none>";
 
 // The bytes of a UTF-16 text with its byte-order mark.
@@ -32,9 +35,29 @@ std::string utf16(const std::u16string& text, bool bigEndian) {
 
 class ProfileConformance : public ::testing::Test {
 protected:
+    explicit ProfileConformance(unsigned codePage = 0)
+        : codePage_(codePage), machine(conformance::newMachine(codePage)) {}
+
+    void SetUp() override {
+        if (!machine) {
+            GTEST_SKIP() << "needs a computer whose ANSI code page is " << codePage_;
+        }
+        if (codePage_ != 0) {
+            ASSERT_EQ(machine->platform().codePage.GetACP(), codePage_);
+        }
+    }
+
+    platform::Profile& profile() { return machine->platform().profile; }
+    platform::FileSystem& files() { return machine->platform().files; }
+
+    // The folder of kFile, empty; a new machine has none of the tests' folders.
+    bool makeSettingsFolder() {
+        return files().MkDir(conformance::kFolder) && files().MkDir(at("\\Settings"));
+    }
+
     std::string read(const std::string& section, const std::string& key,
                      const std::string& fileName = kFile) {
-        return readWith(machine.platform().profile, section, key, fileName);
+        return readWith(profile(), section, key, fileName);
     }
 
     static std::string readWith(platform::Profile& from, const std::string& section,
@@ -48,34 +71,45 @@ protected:
 
     bool write(const std::string& section, const std::optional<std::string>& key,
                const std::optional<std::string>& value, const std::string& fileName = kFile) {
-        return profile.WritePrivateProfileStringA(section, key, value, fileName);
+        return profile().WritePrivateProfileStringA(section, key, value, fileName);
     }
 
     std::string bytes(const std::string& fileName = kFile) {
-        return files.readFile(fileName).value_or("<missing>");
+        return files().readFile(fileName).value_or("<missing>");
     }
 
-    TestMachine machine;
-    platform::Profile& profile = machine.platform().profile;
-    platform::FileSystem& files = machine.platform().files;
+    unsigned codePage_;
+    std::unique_ptr<conformance::Machine> machine;
+};
+
+// Tests whose bytes are those of Western European Windows.
+class ProfileConformanceIn1252 : public ProfileConformance {
+protected:
+    ProfileConformanceIn1252() : ProfileConformance(1252) {}
+};
+
+// Tests whose bytes are those of Cyrillic Windows.
+class ProfileConformanceIn1251 : public ProfileConformance {
+protected:
+    ProfileConformanceIn1251() : ProfileConformance(1251) {}
 };
 
 TEST_F(ProfileConformance, ReadingTrimsLinesAndTakesOnePairOfQuotesOffTheValue) {
-    machine.placeFile(kFile,
-                      " \t[ Main ]\x1a \r\n"
-                      "  Name \t= \t Value with  inner  blanks \t\x1a\r\r\n\n"
-                      "Comment=a ; kept in the value\n"
-                      "; Hidden=yes\n"
-                      "NoEquals\n"
-                      "Equals = a=b\r\n"
-                      "Empty=\r\n"
-                      "Double=\"quoted\"\r\n"
-                      "Single='quoted'\r\n"
-                      "Padded=\"  kept  \"\r\n"
-                      "Mixed=\"half'\r\n"
-                      "Twice=\"\"twice\"\"\r\n"
-                      "Lone=\"\r\n"
-                      "CrOnly=1\rLfOnly=2");
+    machine->placeFile(kFile,
+                       " \t[ Main ]\x1a \r\n"
+                       "  Name \t= \t Value with  inner  blanks \t\x1a\r\r\n\n"
+                       "Comment=a ; kept in the value\n"
+                       "; Hidden=yes\n"
+                       "NoEquals\n"
+                       "Equals = a=b\r\n"
+                       "Empty=\r\n"
+                       "Double=\"quoted\"\r\n"
+                       "Single='quoted'\r\n"
+                       "Padded=\"  kept  \"\r\n"
+                       "Mixed=\"half'\r\n"
+                       "Twice=\"\"twice\"\"\r\n"
+                       "Lone=\"\r\n"
+                       "CrOnly=1\rLfOnly=2");
     EXPECT_EQ(read("Main", "Name"), "Value with  inner  blanks");
     EXPECT_EQ(read("Main", "Comment"), "a ; kept in the value");
     EXPECT_EQ(read("Main", "; Hidden"), kNone);
@@ -92,7 +126,7 @@ TEST_F(ProfileConformance, ReadingTrimsLinesAndTakesOnePairOfQuotesOffTheValue) 
     EXPECT_EQ(read("Main", "LfOnly"), "2");
 }
 
-TEST_F(ProfileConformance, SectionsAndKeysIgnoreCaseAndTheFirstDuplicateWins) {
+TEST_F(ProfileConformanceIn1252, SectionsAndKeysIgnoreCaseAndTheFirstDuplicateWins) {
     const std::string text =
         "Top=before any header\r\n"
         "[Colors]\r\n"
@@ -107,7 +141,7 @@ TEST_F(ProfileConformance, SectionsAndKeysIgnoreCaseAndTheFirstDuplicateWins) {
         "[COLORS]\r\n"
         "Red=3\r\n"
         "Blue=4\r\n";
-    machine.placeFile(kFile, text);
+    machine->placeFile(kFile, text);
     EXPECT_EQ(read("", "TOP"), "before any header");
     EXPECT_EQ(read("colors", "Red"), "1");
     EXPECT_EQ(read("Colors", "Blue"), kNone);
@@ -126,13 +160,13 @@ TEST_F(ProfileConformance, SectionsAndKeysIgnoreCaseAndTheFirstDuplicateWins) {
 }
 
 TEST_F(ProfileConformance, MissingEntriesGiveTheDefaultAndShortBuffersCutTheAnswer) {
-    machine.placeFile(kFile, "[Main]\r\nValue=abcdef\r\n");
+    machine->placeFile(kFile, "[Main]\r\nValue=abcdef\r\n");
     const auto get = [this](const std::string& section, const std::string& key,
                             const std::string& defaultValue, std::uint32_t size,
                             const std::string& fileName = kFile) {
         std::string value = "<untouched>";
         const auto count =
-            profile.GetPrivateProfileStringA(section, key, defaultValue, size, &value, fileName);
+            profile().GetPrivateProfileStringA(section, key, defaultValue, size, &value, fileName);
         EXPECT_EQ(count, value.size()) << value;
         return value;
     };
@@ -143,15 +177,15 @@ TEST_F(ProfileConformance, MissingEntriesGiveTheDefaultAndShortBuffersCutTheAnsw
 
     EXPECT_EQ(get("Main", "Missing", "  fallback  ", 64), "  fallback");
     EXPECT_EQ(get("Other", "Value", "fallback", 64), "fallback");
-    EXPECT_EQ(get("Main", "Value", "fallback", 64, "C:\\Settings\\Missing.ini"), "fallback");
-    EXPECT_EQ(get("Main", "Value", "fallback", 64, "C:\\Nowhere\\App.ini"), "fallback");
-    EXPECT_EQ(get("Main", "Value", "fallback", 64, "C:\\Settings"), "fallback");
+    EXPECT_EQ(get("Main", "Value", "fallback", 64, at("\\Settings\\Missing.ini")), "fallback");
+    EXPECT_EQ(get("Main", "Value", "fallback", 64, at("\\Nowhere\\App.ini")), "fallback");
+    EXPECT_EQ(get("Main", "Value", "fallback", 64, at("\\Settings")), "fallback");
     EXPECT_EQ(get("Main", "Missing", "", 64), "");
     EXPECT_EQ(get("Main", "Missing", "fallback", 5), "fall");
 }
 
 TEST_F(ProfileConformance, WritingAddsFilesSectionsAndKeysWithoutBlanks) {
-    ASSERT_TRUE(files.MkDir("C:\\Settings"));
+    ASSERT_TRUE(makeSettingsFolder());
     ASSERT_TRUE(write("Main", "Name", "Value"));
     EXPECT_EQ(bytes(), "[Main]\r\nName=Value\r\n");
     ASSERT_TRUE(write("Other", "Key", "x"));
@@ -165,15 +199,15 @@ TEST_F(ProfileConformance, WritingAddsFilesSectionsAndKeysWithoutBlanks) {
     EXPECT_EQ(read("Main", "Empty"), "");
 
     // Lines of no key stay where they are; blank lines stay after the section's last line.
-    machine.placeFile(kFile,
-                      "top=1\n"
-                      "[A]\n"
-                      "; note\n"
-                      "  Old  =  value ; comment\n"
-                      "loose line\n"
-                      "\n\n"
-                      "[B]\n"
-                      "b=1");
+    machine->placeFile(kFile,
+                       "top=1\n"
+                       "[A]\n"
+                       "; note\n"
+                       "  Old  =  value ; comment\n"
+                       "loose line\n"
+                       "\n\n"
+                       "[B]\n"
+                       "b=1");
     ASSERT_TRUE(write("", "top2", "2"));
     ASSERT_TRUE(write("a", "new", "n"));
     ASSERT_TRUE(write("A", "old", "replaced"));
@@ -203,14 +237,14 @@ TEST_F(ProfileConformance, NoKeyDeletesTheSectionAndNoValueTheKey) {
         "z=3\r\n"
         "[a]\r\n"
         "x=second\r\n";
-    machine.placeFile(kFile, text);
+    machine->placeFile(kFile, text);
 
     // Nothing to delete: the file stays as it is, and a missing one is not made.
     EXPECT_TRUE(write("A", "Missing", std::nullopt));
     EXPECT_TRUE(write("Missing", std::nullopt, std::nullopt));
     EXPECT_EQ(bytes(), text);
-    EXPECT_TRUE(write("A", "x", std::nullopt, "C:\\Settings\\None.ini"));
-    EXPECT_FALSE(files.FileExists("C:\\Settings\\None.ini"));
+    EXPECT_TRUE(write("A", "x", std::nullopt, at("\\Settings\\None.ini")));
+    EXPECT_FALSE(files().FileExists(at("\\Settings\\None.ini")));
 
     ASSERT_TRUE(write("a", "X", std::nullopt));
     EXPECT_EQ(read("A", "x"), kNone);
@@ -233,7 +267,7 @@ TEST_F(ProfileConformance, NoKeyDeletesTheSectionAndNoValueTheKey) {
     EXPECT_EQ(read("A", "x"), "second");
 }
 
-TEST_F(ProfileConformance, FilesWithAByteOrderMarkKeepTheirEncoding) {
+TEST_F(ProfileConformanceIn1252, FilesWithAByteOrderMarkKeepTheirEncoding) {
     const std::u16string text = u"[Main]\r\nName=Gr\u00FC\u00DFe\r\nSnow=\u2603\r\n";
     const std::u16string written = u"[Main]\r\nName=caf\u00E9\r\nSnow=\u2603\r\n";
     const struct {
@@ -250,7 +284,7 @@ TEST_F(ProfileConformance, FilesWithAByteOrderMarkKeepTheirEncoding) {
     };
     for (const auto& encoding : encodings) {
         SCOPED_TRACE(encoding.name);
-        machine.placeFile(kFile, encoding.before);
+        machine->placeFile(kFile, encoding.before);
         EXPECT_EQ(read("main", "name"),
                   "Gr\xFC\xDF"
                   "e");
@@ -261,9 +295,9 @@ TEST_F(ProfileConformance, FilesWithAByteOrderMarkKeepTheirEncoding) {
 
     // Other files, new ones too, are the machine's code page, byte for byte; a byte the code
     // page leaves undefined survives a rewrite.
-    machine.placeFile(kFile,
-                      "[Main]\r\nOdd=\x81\x8D\r\nUtf8=Gr\xC3\xBC\xC3\x9F"
-                      "e\r\n");
+    machine->placeFile(kFile,
+                       "[Main]\r\nOdd=\x81\x8D\r\nUtf8=Gr\xC3\xBC\xC3\x9F"
+                       "e\r\n");
     EXPECT_EQ(read("Main", "Utf8"),
               "Gr\xC3\xBC\xC3\x9F"
               "e");
@@ -271,20 +305,20 @@ TEST_F(ProfileConformance, FilesWithAByteOrderMarkKeepTheirEncoding) {
     EXPECT_EQ(bytes(),
               "[Main]\r\nOdd=\x81\x8D\r\nUtf8=Gr\xC3\xBC\xC3\x9F"
               "e\r\nName=caf\xE9\r\n");
-    ASSERT_TRUE(write("Main", "Name", "caf\xE9", "C:\\Settings\\New.ini"));
-    EXPECT_EQ(bytes("C:\\Settings\\New.ini"), "[Main]\r\nName=caf\xE9\r\n");
+    ASSERT_TRUE(write("Main", "Name", "caf\xE9", at("\\Settings\\New.ini")));
+    EXPECT_EQ(bytes(at("\\Settings\\New.ini")), "[Main]\r\nName=caf\xE9\r\n");
+}
 
-    platform::portable::MachineFacts cyrillic;
-    cyrillic.ansiCodePage = 1251;
-    TestMachine russian(cyrillic);
-    russian.placeFile(kFile, "\xEF\xBB\xBF[Main]\r\nHello=\xD0\x9F\xD1\x80\xD0\xB8\r\n");
-    EXPECT_EQ(readWith(russian.platform().profile, "Main", "Hello"), "\xCF\xF0\xE8");
+// A UTF-8 file's text comes out in the machine's code page, whichever that is.
+TEST_F(ProfileConformanceIn1251, Utf8FilesReadInTheAnsiCodePage) {
+    machine->placeFile(kFile, "\xEF\xBB\xBF[Main]\r\nHello=\xD0\x9F\xD1\x80\xD0\xB8\r\n");
+    EXPECT_EQ(read("Main", "Hello"), "\xCF\xF0\xE8");
 }
 
 TEST_F(ProfileConformance, RefusedWritesLeaveTheFileAsItWas) {
     const std::string text = "[Main]\r\nName=Value\r\n";
-    machine.placeFile(kFile, text);
-    ASSERT_TRUE(files.SetAttr(kFile, platform::fileattr::ReadOnly));
+    machine->placeFile(kFile, text);
+    ASSERT_TRUE(files().SetAttr(kFile, platform::fileattr::ReadOnly));
     EXPECT_FALSE(write("Main", "Name", "Changed"));
     EXPECT_FALSE(write("Main", "New", "x"));
     EXPECT_FALSE(write("Main", "Name", std::nullopt));
@@ -292,42 +326,42 @@ TEST_F(ProfileConformance, RefusedWritesLeaveTheFileAsItWas) {
     EXPECT_EQ(bytes(), text);
     EXPECT_EQ(read("Main", "Name"), "Value");
 
-    EXPECT_FALSE(write("Main", "Name", "x", "C:\\Nowhere\\App.ini"));
-    EXPECT_FALSE(files.FolderExists("C:\\Nowhere"));
-    EXPECT_FALSE(write("Main", "Name", "x", "C:\\Settings"));
+    EXPECT_FALSE(write("Main", "Name", "x", at("\\Nowhere\\App.ini")));
+    EXPECT_FALSE(files().FolderExists(at("\\Nowhere")));
+    EXPECT_FALSE(write("Main", "Name", "x", at("\\Settings")));
     EXPECT_FALSE(write("Main", "Name", "x", "Relative.ini"));
-
-    // A folder the user may not write into: its host folder without write permission.
-    machine.placeFile("C:\\Locked\\App.ini", text);
-    const auto locked = machine.folder() / "drive_c" / "Locked";
-    std::filesystem::permissions(locked, std::filesystem::perms::owner_write,
-                                 std::filesystem::perm_options::remove);
-    EXPECT_FALSE(write("Main", "Name", "Changed", "C:\\Locked\\App.ini"));
-    EXPECT_FALSE(write("Main", "Name", "x", "C:\\Locked\\New.ini"));
-    std::filesystem::permissions(locked, std::filesystem::perms::owner_write,
-                                 std::filesystem::perm_options::add);
-    EXPECT_EQ(bytes("C:\\Locked\\App.ini"), text);
-    EXPECT_FALSE(files.FileExists("C:\\Locked\\New.ini"));
 }
 
-// Another process opens the machine on its own; nothing is kept between calls, so each side
-// sees the other's writes and edits made to the file by any other means at its next call.
+TEST_F(ProfileConformance, AFolderTheUserMayNotWriteIntoRefusesWrites) {
+    const std::string text = "[Main]\r\nName=Value\r\n";
+    machine->placeFile(at("\\Locked\\App.ini"), text);
+    if (!machine->denyWrites(at("\\Locked"), true)) {
+        GTEST_SKIP() << "needs a computer where the tests may take away their own write access";
+    }
+    EXPECT_FALSE(write("Main", "Name", "Changed", at("\\Locked\\App.ini")));
+    EXPECT_FALSE(write("Main", "Name", "x", at("\\Locked\\New.ini")));
+    ASSERT_TRUE(machine->denyWrites(at("\\Locked"), false));
+    EXPECT_EQ(bytes(at("\\Locked\\App.ini")), text);
+    EXPECT_FALSE(files().FileExists(at("\\Locked\\New.ini")));
+}
+
+// Nothing is kept between calls, so each process sees the other's writes and edits made to
+// the file by any other means at its next call.
 TEST_F(ProfileConformance, SettingsWrittenHereReadBackInASecondProcess) {
-    std::string problems;
-    const auto other = platform::portable::Machine::open(machine.folder(), &problems);
-    ASSERT_TRUE(other) << problems;
+    const auto other = machine->secondProcess();
+    ASSERT_TRUE(other);
     platform::Profile& second = other->platform().profile;
 
-    ASSERT_TRUE(files.MkDir("C:\\Settings"));
+    ASSERT_TRUE(makeSettingsFolder());
     ASSERT_TRUE(write("Main", "Name", "first"));
     EXPECT_EQ(readWith(second, "Main", "Name"), "first");
     ASSERT_TRUE(second.WritePrivateProfileStringA("Main", "Name", "second", kFile));
     EXPECT_EQ(read("Main", "Name"), "second");
 
-    machine.placeFile(kFile, "[Main]\r\nName=edited\r\n");
+    machine->placeFile(kFile, "[Main]\r\nName=edited\r\n");
     EXPECT_EQ(read("Main", "Name"), "edited");
     EXPECT_EQ(readWith(second, "Main", "Name"), "edited");
-    ASSERT_TRUE(files.Kill(kFile));
+    ASSERT_TRUE(files().Kill(kFile));
     EXPECT_EQ(readWith(second, "Main", "Name"), kNone);
 }
 
@@ -339,25 +373,25 @@ TEST_F(ProfileConformance, BadFilesNeverCrashAndKeepTheirReadableKeys) {
     }
     for (const std::string& start : {std::string(), std::string("\xEF\xBB\xBF"),
                                      std::string("\xFF\xFE"), std::string("\xFE\xFF")}) {
-        machine.placeFile(kFile, start + garbage);
+        machine->placeFile(kFile, start + garbage);
         std::string value;
-        EXPECT_LE(profile.GetPrivateProfileStringA("Main", "Name", "d", 8, &value, kFile), 7u);
+        EXPECT_LE(profile().GetPrivateProfileStringA("Main", "Name", "d", 8, &value, kFile), 7u);
         ASSERT_TRUE(write("Written", "Key", "value"));
         EXPECT_EQ(read("Written", "Key"), "value");
     }
 
     // Mixed encodings: latin-1 bytes and UTF-16 inside a UTF-8 file, an odd UTF-16 length.
-    machine.placeFile(kFile, std::string("\xEF\xBB\xBF[Main]\n\xE9t\xE9=\xFF\xFE\0x\0\n", 20) +
-                                 "Name=ok\n[\n=\n[]]]\n;\n=only value\n");
+    machine->placeFile(kFile, std::string("\xEF\xBB\xBF[Main]\n\xE9t\xE9=\xFF\xFE\0x\0\n", 20) +
+                                  "Name=ok\n[\n=\n[]]]\n;\n=only value\n");
     EXPECT_EQ(read("Main", "Name"), "ok");
     EXPECT_EQ(read("", "Name"), kNone);
-    machine.placeFile(kFile, utf16(u"[Main]\r\nName=ok\r\n", false) + "\x01");
+    machine->placeFile(kFile, utf16(u"[Main]\r\nName=ok\r\n", false) + "\x01");
     EXPECT_EQ(read("Main", "Name"), "ok");
-    machine.placeFile(kFile, "\xFF\xFE");
+    machine->placeFile(kFile, "\xFF\xFE");
     EXPECT_EQ(read("Main", "Name"), kNone);
 
     // No sections at all: every key is in the section "".
-    machine.placeFile(kFile, "a=1\nb=2");
+    machine->placeFile(kFile, "a=1\nb=2");
     EXPECT_EQ(read("", "b"), "2");
     EXPECT_EQ(read("Main", "a"), kNone);
 }

@@ -2,23 +2,93 @@
 // RegEdit interfaces are used, so that any backend can be held to these rules.
 #include <gtest/gtest.h>
 
-#include <QString>
-
+#include <algorithm>
+#include <cctype>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "support/TestMachine.h"
+#include "ConformanceMachine.h"
 
 namespace {
 
 using namespace platform;
-using testing_support::readTestData;
-using testing_support::TestMachine;
 
-const std::string kUninstall = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
+// A key below the tests' own key.
+std::string ownKey(const std::string& below) {
+    return std::string(conformance::kKey) + "\\" + below;
+}
+
+const std::string kUninstall = ownKey("Uninstall");
 const std::string kHeader = "Windows Registry Editor Version 5.00\r\n";
+
+std::string upperCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return char(std::toupper(c)); });
+    return text;
+}
+
+std::string lowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return char(std::tolower(c)); });
+    return text;
+}
+
+// regedit's UTF-16LE file as code units, its byte-order mark included, and back.
+std::u16string utf16leUnits(const std::string& bytes) {
+    std::u16string units;
+    for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        units += char16_t(std::uint8_t(bytes[i]) | std::uint8_t(bytes[i + 1]) << 8);
+    }
+    return units;
+}
+
+std::string utf16leBytes(const std::u16string& units) {
+    std::string bytes;
+    for (char16_t unit : units) {
+        bytes += {char(unit & 0xFF), char(unit >> 8)};
+    }
+    return bytes;
+}
+
+std::string utf8(const std::u16string& units) {
+    std::string text;
+    for (size_t i = 0; i < units.size(); ++i) {
+        char32_t c = units[i];
+        if (c >= 0xD800 && c < 0xDC00 && i + 1 < units.size()) {
+            c = 0x10000 + ((c - 0xD800) << 10) + (units[++i] - 0xDC00);
+        }
+        if (c < 0x80) {
+            text += char(c);
+        } else if (c < 0x800) {
+            text += {char(0xC0 | c >> 6), char(0x80 | (c & 0x3F))};
+        } else if (c < 0x10000) {
+            text += {char(0xE0 | c >> 12), char(0x80 | (c >> 6 & 0x3F)), char(0x80 | (c & 0x3F))};
+        } else {
+            text += {char(0xF0 | c >> 18), char(0x80 | (c >> 12 & 0x3F)),
+                     char(0x80 | (c >> 6 & 0x3F)), char(0x80 | (c & 0x3F))};
+        }
+    }
+    return text;
+}
+
+// The real export of Uninstall keys, moved below the tests' own key and kept in regedit's
+// encoding.
+std::string uninstallSample() {
+    const std::string exported =
+        "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
+    const std::string own = "HKEY_LOCAL_MACHINE\\" + kUninstall;
+    const std::u16string from(exported.begin(), exported.end());
+    const std::u16string to(own.begin(), own.end());
+    std::u16string text = utf16leUnits(conformance::readTestData("uninstall-sample.reg"));
+    for (size_t at = text.find(from); at != std::u16string::npos;
+         at = text.find(from, at + to.size())) {
+        text.replace(at, from.size(), to);
+    }
+    return utf16leBytes(text);
+}
 
 const std::uint8_t* bytesOf(const std::string& text) {
     return reinterpret_cast<const std::uint8_t*>(text.data());
@@ -32,15 +102,30 @@ std::string sz(const char (&text)[N]) {
 
 class RegistryConformance : public ::testing::Test {
 protected:
+    explicit RegistryConformance(unsigned codePage = 0)
+        : codePage_(codePage), machine(conformance::newMachine(codePage)) {}
+
+    void SetUp() override {
+        if (!machine) {
+            GTEST_SKIP() << "needs a computer whose ANSI code page is " << codePage_;
+        }
+        if (codePage_ != 0) {
+            ASSERT_EQ(machine->platform().codePage.GetACP(), codePage_);
+        }
+    }
+
+    Registry& registry() { return machine->platform().registry; }
+    RegEdit& regEdit() { return machine->platform().regEdit; }
+
     // Creates the key and sets the value to the bytes of data.
     long set(RegHandle root, const std::string& keyPath, const std::string& name,
              std::uint32_t type, const std::string& data) {
         RegHandle key = 0;
-        long result = registry.RegCreateKeyA(root, keyPath, &key);
+        long result = registry().RegCreateKeyA(root, keyPath, &key);
         if (result == status::Success) {
-            result =
-                registry.RegSetValueExA(key, name, type, bytesOf(data), std::uint32_t(data.size()));
-            registry.RegCloseKey(key);
+            result = registry().RegSetValueExA(key, name, type, bytesOf(data),
+                                               std::uint32_t(data.size()));
+            registry().RegCloseKey(key);
         }
         return result;
     }
@@ -49,28 +134,33 @@ protected:
     std::string value(RegHandle root, const std::string& keyPath, const std::string& name,
                       std::uint32_t* type = nullptr) {
         RegHandle key = 0;
-        long result = registry.RegOpenKeyExA(root, keyPath, 0, access::KeyRead, &key);
+        long result = registry().RegOpenKeyExA(root, keyPath, 0, access::KeyRead, &key);
         std::string data(4096, '\0');
         auto size = std::uint32_t(data.size());
         if (result == status::Success) {
-            result = registry.RegQueryValueExA(key, name, type,
-                                               reinterpret_cast<std::uint8_t*>(data.data()), &size);
-            registry.RegCloseKey(key);
+            result = registry().RegQueryValueExA(
+                key, name, type, reinterpret_cast<std::uint8_t*>(data.data()), &size);
+            registry().RegCloseKey(key);
         }
         return result == status::Success ? data.substr(0, size)
                                          : "<error " + std::to_string(result) + ">";
     }
 
-    TestMachine m;
-    Registry& registry = m.platform().registry;
-    RegEdit& regEdit = m.platform().regEdit;
+    unsigned codePage_;
+    std::unique_ptr<conformance::Machine> machine;
+};
+
+// Tests whose bytes are those of Western European Windows.
+class RegistryConformanceIn1252 : public RegistryConformance {
+protected:
+    RegistryConformanceIn1252() : RegistryConformance(1252) {}
 };
 
 // A real regedit export reads back value for value in every type; exporting it with what the
 // program stored in ways the string forms cannot show, deleting it and importing the export
 // gives the same values again.
-TEST_F(RegistryConformance, RegeditExportImportsValueForValueAndExportsTheSameValues) {
-    ASSERT_EQ(m.importReg(readTestData("uninstall-sample.reg")), "");
+TEST_F(RegistryConformanceIn1252, RegeditExportImportsValueForValueAndExportsTheSameValues) {
+    ASSERT_EQ(machine->importReg(uninstallSample()), "");
     const std::string types = kUninstall + "\\Types";
     const std::string odd = "name with \"quotes\" and \\";
     set(hkey::LocalMachine, types, "NoTerm", regtype::Sz, "no terminator");
@@ -108,72 +198,73 @@ TEST_F(RegistryConformance, RegeditExportImportsValueForValueAndExportsTheSameVa
     };
     expectValues("imported");
     std::string exported;
-    ASSERT_TRUE(regEdit.exportKey("HKEY_LOCAL_MACHINE\\" + kUninstall, &exported).ok);
-    ASSERT_EQ(m.importReg("REGEDIT4\r\n[-HKEY_LOCAL_MACHINE\\" + kUninstall + "]\r\n"), "");
+    ASSERT_TRUE(regEdit().exportKey("HKEY_LOCAL_MACHINE\\" + kUninstall, &exported).ok);
+    ASSERT_EQ(machine->importReg("REGEDIT4\r\n[-HKEY_LOCAL_MACHINE\\" + kUninstall + "]\r\n"), "");
     ASSERT_EQ(value(hkey::LocalMachine, types, "Bin"), "<error 2>");
-    ASSERT_EQ(m.importReg(exported), "");
+    ASSERT_EQ(machine->importReg(exported), "");
     expectValues("exported and imported again");
 }
 
 // regedit writes each key as a blank line and [path], values in the order they were set,
 // strings escaped, dword:%08x, hex wrapped before column 80 with "\" and two blanks.
 TEST_F(RegistryConformance, ExportWritesEachKeyAsRegeditDoes) {
-    const std::string file = readTestData("uninstall-sample.reg");
-    ASSERT_EQ(m.importReg(file), "");
-    const std::string sample =  // regedit's UTF-16LE after the BOM
-        QString::fromUtf16(reinterpret_cast<const char16_t*>(file.data() + 2),
-                           qsizetype(file.size() / 2 - 1))
-            .toStdString();
+    const std::string file = uninstallSample();
+    ASSERT_EQ(machine->importReg(file), "");
+    const std::string sample = utf8(utf16leUnits(file).substr(1));
     const std::string begin = "\r\n[HKEY_LOCAL_MACHINE\\";
     int blocks = 0;
     std::string exported;
-    // The subkeys of Uninstall, which on a real machine has more subkeys than the sample.
+    // Each subkey of Uninstall on its own.
     for (size_t start = sample.find(begin + kUninstall + "\\"); start != std::string::npos;
          ++blocks) {
         const size_t end = sample.find(begin, start + 1);
         const std::string block = sample.substr(
             start, end == std::string::npos ? sample.size() - start - 2 : end - start);
         const std::string keyPath = block.substr(3, block.find(']') - 3);
-        ASSERT_TRUE(regEdit.exportKey(keyPath, &exported).ok) << keyPath;
+        ASSERT_TRUE(regEdit().exportKey(keyPath, &exported).ok) << keyPath;
         EXPECT_EQ(exported, kHeader + block + "\r\n");
         start = end;
     }
     EXPECT_EQ(blocks, 3);
-    EXPECT_FALSE(regEdit.exportKey("HKEY_CURRENT_USER\\Software\\None", &exported).ok);
+    // Uninstall itself with all below it, its subkeys in the order Windows keeps them.
+    ASSERT_TRUE(regEdit().exportKey("HKEY_LOCAL_MACHINE\\" + kUninstall, &exported).ok);
+    EXPECT_EQ(exported, sample);
+    EXPECT_FALSE(regEdit().exportKey("HKEY_CURRENT_USER\\" + ownKey("None"), &exported).ok);
 }
 
 // Key and value names compare without regard to case and keep the case they were made with;
 // a value set again keeps its place, and deleting one leaves the others readable.
 TEST_F(RegistryConformance, NamesIgnoreCaseAndKeepTheirFirstCase) {
-    set(hkey::CurrentUser, "Software\\CaseTest", "Language", regtype::Sz, sz("de"));
-    set(hkey::CurrentUser, "Software\\CaseTest", "Stays", regtype::Sz, sz("y"));
-    set(hkey::CurrentUser, "SOFTWARE\\CASETEST", "LANGUAGE", regtype::Sz, sz("fr"));
-    EXPECT_EQ(value(hkey::CurrentUser, "software\\casetest", "language"), sz("fr"));
+    const std::string path = ownKey("CaseTest");
+    set(hkey::CurrentUser, path, "Language", regtype::Sz, sz("de"));
+    set(hkey::CurrentUser, path, "Stays", regtype::Sz, sz("y"));
+    set(hkey::CurrentUser, upperCase(path), "LANGUAGE", regtype::Sz, sz("fr"));
+    EXPECT_EQ(value(hkey::CurrentUser, lowerCase(path), "language"), sz("fr"));
     std::string exported;
-    ASSERT_TRUE(regEdit.exportKey("HKEY_CURRENT_USER\\software\\casetest", &exported).ok);
-    EXPECT_EQ(exported, kHeader + "\r\n[HKEY_CURRENT_USER\\Software\\CaseTest]\r\n" +
+    ASSERT_TRUE(regEdit().exportKey("HKEY_CURRENT_USER\\" + lowerCase(path), &exported).ok);
+    EXPECT_EQ(exported, kHeader + "\r\n[HKEY_CURRENT_USER\\" + path + "]\r\n" +
                             "\"Language\"=\"fr\"\r\n\"Stays\"=\"y\"\r\n\r\n");
 
     RegHandle key = 0;
-    ASSERT_EQ(registry.RegOpenKeyA(hkey::CurrentUser, "Software\\CaseTest", &key), status::Success);
-    EXPECT_EQ(registry.RegDeleteValueA(key, "LANGUAGE"), status::Success);
-    EXPECT_EQ(registry.RegDeleteValueA(key, "Language"), status::FileNotFound);
+    ASSERT_EQ(registry().RegOpenKeyA(hkey::CurrentUser, path, &key), status::Success);
+    EXPECT_EQ(registry().RegDeleteValueA(key, "LANGUAGE"), status::Success);
+    EXPECT_EQ(registry().RegDeleteValueA(key, "Language"), status::FileNotFound);
     EXPECT_EQ(value(key, "", "Language"), "<error 2>");
     EXPECT_EQ(value(key, "", "Stays"), sz("y"));
-    registry.RegCloseKey(key);
+    registry().RegCloseKey(key);
 }
 
 // Into a buffer of n bytes: more than n needed -> 234 with the size, and the buffer is not
 // written; a string stored with its terminator fits with n-1 characters; a string stored
 // without one gets it added when there is room; other types are their bytes.
 TEST_F(RegistryConformance, QueryBufferRules) {
-    const std::string path = "Software\\Buffers";
+    const std::string path = ownKey("Buffers");
     set(hkey::CurrentUser, path, "With", regtype::Sz, sz("abc"));
     set(hkey::CurrentUser, path, "Without", regtype::Sz, "abc");
     set(hkey::CurrentUser, path, "Long255", regtype::Sz, std::string(255, 'y') + '\0');
     set(hkey::CurrentUser, path, "Number", regtype::Dword, std::string("AB\0\0", 4));
     RegHandle key = 0;
-    ASSERT_EQ(registry.RegOpenKeyA(hkey::CurrentUser, path, &key), status::Success);
+    ASSERT_EQ(registry().RegOpenKeyA(hkey::CurrentUser, path, &key), status::Success);
     // Value, buffer size; status, size and the whole buffer after the call, which began "ZZZ...".
     const std::tuple<const char*, std::uint32_t, long, std::uint32_t, std::string> cases[] = {
         {"With", 3, status::MoreData, 4, "ZZZ"},
@@ -187,7 +278,7 @@ TEST_F(RegistryConformance, QueryBufferRules) {
     for (const auto& [name, buffer, status, size, data] : cases) {
         std::string read(buffer, 'Z');
         std::uint32_t readSize = buffer;
-        const long result = registry.RegQueryValueExA(
+        const long result = registry().RegQueryValueExA(
             key, name, nullptr, reinterpret_cast<std::uint8_t*>(read.data()), &readSize);
         EXPECT_EQ(std::tuple(result, readSize, read), std::tuple(status, size, data))
             << name << " into " << buffer;
@@ -195,12 +286,12 @@ TEST_F(RegistryConformance, QueryBufferRules) {
     // Without a buffer the call tells the size only; a buffer without a size is refused.
     std::uint32_t size = 0;
     std::uint32_t type = 0;
-    EXPECT_EQ(registry.RegQueryValueExA(key, "Long255", &type, nullptr, &size), status::Success);
+    EXPECT_EQ(registry().RegQueryValueExA(key, "Long255", &type, nullptr, &size), status::Success);
     EXPECT_EQ(std::pair(size, type), std::pair(256u, regtype::Sz));
     std::uint8_t buffer[4];
-    EXPECT_EQ(registry.RegQueryValueExA(key, "With", nullptr, buffer, nullptr),
+    EXPECT_EQ(registry().RegQueryValueExA(key, "With", nullptr, buffer, nullptr),
               status::InvalidParameter);
-    registry.RegCloseKey(key);
+    registry().RegCloseKey(key);
 }
 
 // With a 256-character buffer names of up to 255 characters come back, in the order Windows
@@ -210,17 +301,17 @@ TEST_F(RegistryConformance, EnumerationOfSubkeys) {
     const std::string longest(255, 'x');
     for (const std::string& name : {std::string("b"), std::string("A"), longest, std::string("c"),
                                     std::string("B"), longest + "y"}) {
-        EXPECT_EQ(set(hkey::CurrentUser, "Software\\Enum\\" + name, "", regtype::Sz, ""),
+        EXPECT_EQ(set(hkey::CurrentUser, ownKey("Enum\\" + name), "", regtype::Sz, ""),
                   name.size() > 255 ? status::InvalidParameter : status::Success);
     }
     RegHandle key = 0;
-    ASSERT_EQ(registry.RegOpenKeyExA(hkey::CurrentUser, "Software\\Enum", 0, access::KeyRead, &key),
+    ASSERT_EQ(registry().RegOpenKeyExA(hkey::CurrentUser, ownKey("Enum"), 0, access::KeyRead, &key),
               status::Success);
     std::vector<std::string> names;
     char name[256];
     std::uint32_t size = sizeof name;
     long result = status::Success;
-    for (std::uint32_t i = 0; (result = registry.RegEnumKeyExA(key, i, name, &size)) == 0; ++i) {
+    for (std::uint32_t i = 0; (result = registry().RegEnumKeyExA(key, i, name, &size)) == 0; ++i) {
         names.emplace_back(name, size);
         size = sizeof name;
     }
@@ -228,84 +319,90 @@ TEST_F(RegistryConformance, EnumerationOfSubkeys) {
     EXPECT_EQ(result, status::NoMoreItems);
 
     size = 1;
-    EXPECT_EQ(registry.RegEnumKeyExA(key, 0, name, &size), status::MoreData);
+    EXPECT_EQ(registry().RegEnumKeyExA(key, 0, name, &size), status::MoreData);
     size = 255;
-    EXPECT_EQ(registry.RegEnumKeyExA(key, 3, name, &size), status::MoreData);
+    EXPECT_EQ(registry().RegEnumKeyExA(key, 3, name, &size), status::MoreData);
     size = 2;
-    EXPECT_EQ(registry.RegEnumKeyExA(key, 0, name, &size), status::Success);
+    EXPECT_EQ(registry().RegEnumKeyExA(key, 0, name, &size), status::Success);
     EXPECT_EQ(size, 1u);
     EXPECT_STREQ(name, "A");
-    registry.RegCloseKey(key);
+    registry().RegCloseKey(key);
 }
 
 TEST_F(RegistryConformance, OpeningKeys) {
     RegHandle key = 0;
     // A missing key answers 2 and creates nothing; RegCreateKeyA makes the keys in between.
     EXPECT_EQ(
-        registry.RegOpenKeyExA(hkey::CurrentUser, "Software\\Made\\In", 0, access::KeyRead, &key),
+        registry().RegOpenKeyExA(hkey::CurrentUser, ownKey("Made\\In"), 0, access::KeyRead, &key),
         status::FileNotFound);
-    EXPECT_EQ(registry.RegOpenKeyA(hkey::CurrentUser, "Software\\Made", &key),
+    EXPECT_EQ(registry().RegOpenKeyA(hkey::CurrentUser, ownKey("Made"), &key),
               status::FileNotFound);
-    ASSERT_EQ(set(hkey::CurrentUser, "Software\\Made\\In\\Between", "v", regtype::Sz, sz("1")),
+    ASSERT_EQ(set(hkey::CurrentUser, ownKey("Made\\In\\Between"), "v", regtype::Sz, sz("1")),
               status::Success);
-    ASSERT_EQ(registry.RegOpenKeyA(hkey::CurrentUser, "Software\\Made\\In", &key), status::Success);
+    ASSERT_EQ(registry().RegOpenKeyA(hkey::CurrentUser, ownKey("Made\\In"), &key), status::Success);
     // An empty subkey opens the same key; RegOpenKeyA gives back the very handle.
     RegHandle same = 0;
-    EXPECT_EQ(registry.RegOpenKeyA(key, "", &same), status::Success);
+    EXPECT_EQ(registry().RegOpenKeyA(key, "", &same), status::Success);
     EXPECT_EQ(same, key);
-    EXPECT_EQ(registry.RegOpenKeyExA(key, "", 0, access::KeyRead, &same), status::Success);
+    EXPECT_EQ(registry().RegOpenKeyExA(key, "", 0, access::KeyRead, &same), status::Success);
     EXPECT_EQ(value(same, "Between", "v"), sz("1"));
-    registry.RegCloseKey(same);
-    registry.RegCloseKey(key);
+    registry().RegCloseKey(same);
+    registry().RegCloseKey(key);
     // Trailing "\" are ignored; a subkey that starts with "\" is a bad path name (161).
-    EXPECT_EQ(value(hkey::CurrentUser, "Software\\Made\\In\\Between\\", "v"), sz("1"));
-    EXPECT_EQ(
-        registry.RegOpenKeyExA(hkey::CurrentUser, "\\Software\\Made", 0, access::KeyRead, &key),
-        161);
+    EXPECT_EQ(value(hkey::CurrentUser, ownKey("Made\\In\\Between\\"), "v"), sz("1"));
+    EXPECT_EQ(registry().RegOpenKeyExA(hkey::CurrentUser, "\\" + ownKey("Made"), 0, access::KeyRead,
+                                       &key),
+              161);
     // A closed handle is no longer valid.
-    EXPECT_EQ(registry.RegCloseKey(same), status::InvalidHandle);
-    EXPECT_EQ(registry.RegQueryValueExA(same, "v", nullptr, nullptr, nullptr),
+    EXPECT_EQ(registry().RegCloseKey(same), status::InvalidHandle);
+    EXPECT_EQ(registry().RegQueryValueExA(same, "v", nullptr, nullptr, nullptr),
               status::InvalidHandle);
 }
 
 // A key opened for reading refuses changes with 5, one opened for writing refuses reads.
 TEST_F(RegistryConformance, AnOpenKeyGrantsOnlyTheAccessAskedFor) {
-    set(hkey::CurrentUser, "Software\\Rights", "v", regtype::Sz, sz("1"));
+    set(hkey::CurrentUser, ownKey("Rights"), "v", regtype::Sz, sz("1"));
     RegHandle reader = 0;
     RegHandle writer = 0;
-    registry.RegOpenKeyExA(hkey::CurrentUser, "Software\\Rights", 0, access::KeyRead, &reader);
-    registry.RegOpenKeyExA(hkey::CurrentUser, "Software\\Rights", 0, access::KeyWrite, &writer);
-    EXPECT_EQ(registry.RegSetValueExA(reader, "v", regtype::Sz, bytesOf("2"), 2),
+    registry().RegOpenKeyExA(hkey::CurrentUser, ownKey("Rights"), 0, access::KeyRead, &reader);
+    registry().RegOpenKeyExA(hkey::CurrentUser, ownKey("Rights"), 0, access::KeyWrite, &writer);
+    EXPECT_EQ(registry().RegSetValueExA(reader, "v", regtype::Sz, bytesOf("2"), 2),
               status::AccessDenied);
-    EXPECT_EQ(registry.RegDeleteValueA(reader, "v"), status::AccessDenied);
-    EXPECT_EQ(registry.RegSetValueExA(writer, "v", regtype::Sz, bytesOf("2"), 2), status::Success);
-    EXPECT_EQ(registry.RegQueryValueExA(writer, "v", nullptr, nullptr, nullptr),
+    EXPECT_EQ(registry().RegDeleteValueA(reader, "v"), status::AccessDenied);
+    EXPECT_EQ(registry().RegSetValueExA(writer, "v", regtype::Sz, bytesOf("2"), 2),
+              status::Success);
+    EXPECT_EQ(registry().RegQueryValueExA(writer, "v", nullptr, nullptr, nullptr),
               status::AccessDenied);
+    registry().RegCloseKey(reader);
+    registry().RegCloseKey(writer);
 }
 
 // regedit passes over lines that are not key or value lines, and the values of a key line
 // whose root it does not know; hex data goes on after ",\" on an indented line; [-key]
 // deletes a key with all below it, "name"=- a value; in REGEDIT4 the string types in hex are
 // ANSI.
-TEST_F(RegistryConformance, ImportDoesWhatRegeditDoes) {
-    const std::string key = "Software\\Lenient";
-    set(hkey::CurrentUser, "Software\\Old\\Deep", "a", regtype::Sz, sz("1"));
+TEST_F(RegistryConformanceIn1252, ImportDoesWhatRegeditDoes) {
+    const std::string key = ownKey("Lenient");
+    set(hkey::CurrentUser, ownKey("Old\\Deep"), "a", regtype::Sz, sz("1"));
     set(hkey::CurrentUser, key, "a", regtype::Sz, sz("1"));
-    ASSERT_EQ(m.importReg("  REGEDIT4\n"
-                          "; a comment\r"
-                          "not a line regedit knows\r\n"
-                          "[HKEY_NOWHERE\\Software\\Lenient]\r\n"
-                          "\"skipped\"=\"1\"\r\n"
-                          "[-HKEY_CURRENT_USER\\Software\\Old]\r\n"
-                          "\"after delete\"=\"not set\"\r\n"
-                          "[hkey_current_user\\Software\\Lenient]\r\n"
-                          "  \"spaced\" = \"yes\" ; why\r\n"
-                          "\"escapes\"=\"a\\tb\\nc\"\r\n"
-                          "\"wrapped\"=hex:41,\\\r\n"
-                          "      42\r\n"
-                          "@=dword:ABC\r\n"
-                          "\"a\"=-\r\n"
-                          "\"ansi\"=hex(2):e4,00\r\n"),
+    ASSERT_EQ(machine->importReg("  REGEDIT4\n"
+                                 "; a comment\r"
+                                 "not a line regedit knows\r\n"
+                                 "[HKEY_NOWHERE\\" +
+                                 key + "]\r\n" +
+                                 "\"skipped\"=\"1\"\r\n"
+                                 "[-HKEY_CURRENT_USER\\" +
+                                 ownKey("Old") + "]\r\n" +
+                                 "\"after delete\"=\"not set\"\r\n"
+                                 "[hkey_current_user\\" +
+                                 key + "]\r\n" +
+                                 "  \"spaced\" = \"yes\" ; why\r\n"
+                                 "\"escapes\"=\"a\\tb\\nc\"\r\n"
+                                 "\"wrapped\"=hex:41,\\\r\n"
+                                 "      42\r\n"
+                                 "@=dword:ABC\r\n"
+                                 "\"a\"=-\r\n"
+                                 "\"ansi\"=hex(2):e4,00\r\n"),
               "");
     EXPECT_EQ(value(hkey::CurrentUser, key, "spaced"), sz("yes"));
     EXPECT_EQ(value(hkey::CurrentUser, key, "escapes"), sz("atb\nc"));
@@ -315,7 +412,7 @@ TEST_F(RegistryConformance, ImportDoesWhatRegeditDoes) {
     EXPECT_EQ(value(hkey::CurrentUser, key, "a"), "<error 2>");
     EXPECT_EQ(value(hkey::CurrentUser, key, "skipped"), "<error 2>");
     RegHandle old = 0;
-    EXPECT_EQ(registry.RegOpenKeyA(hkey::CurrentUser, "Software\\Old", &old), status::FileNotFound);
+    EXPECT_EQ(registry().RegOpenKeyA(hkey::CurrentUser, ownKey("Old"), &old), status::FileNotFound);
 }
 
 // A malformed line refuses the whole file: the message names the file and the line, and
@@ -323,10 +420,11 @@ TEST_F(RegistryConformance, ImportDoesWhatRegeditDoes) {
 TEST_F(RegistryConformance, MalformedFilesAreRefusedWithTheirLine) {
     const std::string good =
         "Windows Registry Editor Version 5.00\r\n\r\n"
-        "[HKEY_CURRENT_USER\\Software\\Malformed]\r\n\"ok\"=\"1\"\r\n";
+        "[HKEY_CURRENT_USER\\" +
+        ownKey("Malformed") + "]\r\n\"ok\"=\"1\"\r\n";
     const std::pair<std::string, int> cases[] = {
         // the text and the line it is refused at
-        {"REGEDIT5\r\n\r\n[HKEY_CURRENT_USER\\Software\\Malformed]\r\n", 1},
+        {"REGEDIT5\r\n\r\n[HKEY_CURRENT_USER\\" + ownKey("Malformed") + "]\r\n", 1},
         {"", 1},
         {good + "\"no equals\" \"x\"\r\n", 5},
         {good + "\"unterminated name=1\r\n", 5},
@@ -339,31 +437,32 @@ TEST_F(RegistryConformance, MalformedFilesAreRefusedWithTheirLine) {
         {good + "\"bad\"=dword:123456789\r\n", 5},
         {good + "\"bad\"=dword:\r\n", 5},
         {good + "\"bad\"=text\r\n", 5},
-        {good + "\r\n[HKEY_CURRENT_USER\\Software\\Other\r\n", 6},
+        {good + "\r\n[HKEY_CURRENT_USER\\" + ownKey("Other") + "\r\n", 6},
     };
     for (const auto& [text, line] : cases) {
-        const std::string message = m.importReg(text);
-        EXPECT_NE(message.find("import.reg:" + std::to_string(line) + ": "), std::string::npos)
-            << message;
-        EXPECT_EQ(value(hkey::CurrentUser, "Software\\Malformed", "ok"), "<error 2>") << message;
+        // "<file>:<line>: <what>"
+        const std::string message = machine->importReg(text);
+        const size_t at = message.find(":" + std::to_string(line) + ": ");
+        EXPECT_TRUE(at != std::string::npos && at > 0) << message;
+        EXPECT_EQ(value(hkey::CurrentUser, ownKey("Malformed"), "ok"), "<error 2>") << message;
     }
 }
 
-}  // namespace
-
 // A key goes only when it has no subkeys of its own; a handle open on it then finds it gone.
 TEST_F(RegistryConformance, DeleteKeyRefusesAKeyWithSubkeys) {
-    set(hkey::LocalMachine, "Software\\Doomed\\Child", "v", regtype::Sz, sz("x"));
+    set(hkey::LocalMachine, ownKey("Doomed\\Child"), "v", regtype::Sz, sz("x"));
     RegHandle child = 0;
-    ASSERT_EQ(registry.RegOpenKeyA(hkey::LocalMachine, "Software\\Doomed\\Child", &child),
+    ASSERT_EQ(registry().RegOpenKeyA(hkey::LocalMachine, ownKey("Doomed\\Child"), &child),
               status::Success);
-    EXPECT_EQ(registry.RegDeleteKeyA(hkey::LocalMachine, "Software\\Doomed"), status::AccessDenied);
-    EXPECT_EQ(registry.RegDeleteKeyA(hkey::LocalMachine, "software\\doomed\\CHILD"),
+    EXPECT_EQ(registry().RegDeleteKeyA(hkey::LocalMachine, ownKey("Doomed")), status::AccessDenied);
+    EXPECT_EQ(registry().RegDeleteKeyA(hkey::LocalMachine, lowerCase(ownKey("Doomed")) + "\\CHILD"),
               status::Success);
-    EXPECT_NE(registry.RegQueryValueExA(child, "v", nullptr, nullptr, nullptr), status::Success);
-    registry.RegCloseKey(child);
-    EXPECT_EQ(registry.RegDeleteKeyA(hkey::LocalMachine, "Software\\Doomed\\Child"),
+    EXPECT_NE(registry().RegQueryValueExA(child, "v", nullptr, nullptr, nullptr), status::Success);
+    registry().RegCloseKey(child);
+    EXPECT_EQ(registry().RegDeleteKeyA(hkey::LocalMachine, ownKey("Doomed\\Child")),
               status::FileNotFound);
-    EXPECT_EQ(registry.RegDeleteKeyA(hkey::LocalMachine, "Software\\Doomed"), status::Success);
-    EXPECT_EQ(value(hkey::LocalMachine, "Software\\Doomed", "v"), "<error 2>");
+    EXPECT_EQ(registry().RegDeleteKeyA(hkey::LocalMachine, ownKey("Doomed")), status::Success);
+    EXPECT_EQ(value(hkey::LocalMachine, ownKey("Doomed"), "v"), "<error 2>");
 }
+
+}  // namespace

@@ -2,33 +2,54 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "support/TestMachine.h"
+#include "ConformanceMachine.h"
 
 namespace {
 
 using namespace std::string_literals;
 using Block = std::vector<std::uint8_t>;
 
+// A path below the tests' own folder.
+std::string at(const std::string& below) {
+    return conformance::kFolder + below;
+}
+
 class VersionInfoConformance : public ::testing::Test {
 protected:
+    explicit VersionInfoConformance(unsigned codePage = 0)
+        : codePage_(codePage), machine(conformance::newMachine(codePage)) {}
+
     void SetUp() override {
-        machine.placeTestData("C:\\Lib\\zlib1.dll", "zlib1-x64.dll");
-        machine.placeTestData("C:\\Lib32\\zlib1.dll", "zlib1-x86.dll");
-        machine.placeTestData("C:\\Lib\\libwinpthread-1.dll", "libwinpthread-1.dll");
+        if (!machine) {
+            GTEST_SKIP() << "needs a computer whose ANSI code page is " << codePage_;
+        }
+        if (codePage_ != 0) {
+            ASSERT_EQ(machine->platform().codePage.GetACP(), codePage_);
+        }
+        placeTestData(at("\\Lib\\zlib1.dll"), "zlib1-x64.dll");
+        placeTestData(at("\\Lib32\\zlib1.dll"), "zlib1-x86.dll");
+        placeTestData(at("\\Lib\\libwinpthread-1.dll"), "libwinpthread-1.dll");
     }
+
+    void placeTestData(const std::string& winPath, const std::string& name) {
+        machine->placeFile(winPath, conformance::readTestData(name));
+    }
+
+    platform::VersionInfo& versionInfo() { return machine->platform().versionInfo; }
 
     // The block as the program reads it: the size the file reports, at most 64,000 bytes.
     std::optional<Block> load(const std::string& path) {
         std::uint32_t handle = 7;
         Block block(
-            std::min<std::uint32_t>(versionInfo.GetFileVersionInfoSizeA(path, &handle), 64000));
+            std::min<std::uint32_t>(versionInfo().GetFileVersionInfoSizeA(path, &handle), 64000));
         EXPECT_EQ(handle, 0u);
-        if (block.empty() || !versionInfo.GetFileVersionInfoA(
+        if (block.empty() || !versionInfo().GetFileVersionInfoA(
                                  path, handle, std::uint32_t(block.size()), block.data())) {
             return std::nullopt;
         }
@@ -39,7 +60,7 @@ protected:
     std::optional<std::string_view> query(Block& block, const std::string& subBlock) {
         void* buffer = nullptr;
         std::uint32_t len = 0;
-        if (!versionInfo.VerQueryValueA(block.data(), subBlock, &buffer, &len)) {
+        if (!versionInfo().VerQueryValueA(block.data(), subBlock, &buffer, &len)) {
             return std::nullopt;
         }
         const auto* start = static_cast<const std::uint8_t*>(buffer);
@@ -47,8 +68,14 @@ protected:
         return std::string_view(reinterpret_cast<const char*>(start), len);
     }
 
-    testing_support::TestMachine machine;
-    platform::VersionInfo& versionInfo = machine.platform().versionInfo;
+    unsigned codePage_;
+    std::unique_ptr<conformance::Machine> machine;
+};
+
+// Tests whose strings are those of Western European Windows.
+class VersionInfoConformanceIn1252 : public VersionInfoConformance {
+protected:
+    VersionInfoConformanceIn1252() : VersionInfoConformance(1252) {}
 };
 
 // The size is twice the resource and four bytes, room for the ANSI copies of the strings; "\" is
@@ -56,20 +83,20 @@ protected:
 // word, code page in the high word); a string's length counts the terminator the file stores.
 TEST_F(VersionInfoConformance, AnswersOfRealFilesOfBothBitnesses) {
     const struct {
-        const char* path;
+        std::string path;
         std::uint32_t resourceSize, fileVersionMS, fileVersionLS;
         std::string translation, subBlock, value;
     } files[] = {
-        {"C:\\Lib\\zlib1.dll", 820, 0x00010002, 0x000D0000, "\x09\x04\xE4\x04"s,
+        {at("\\Lib\\zlib1.dll"), 820, 0x00010002, 0x000D0000, "\x09\x04\xE4\x04"s,
          "\\StringFileInfo\\040904E4\\FileVersion", "1.2.13\0"s},
-        {"c:\\lib32\\ZLIB1.DLL", 820, 0x00010002, 0x000D0000, "\x09\x04\xE4\x04"s,
+        {at("\\lib32\\ZLIB1.DLL"), 820, 0x00010002, 0x000D0000, "\x09\x04\xE4\x04"s,
          "\\StringFileInfo\\040904E4\\ProductName", "zlib\0"s},
-        {"C:\\Lib\\libwinpthread-1.dll", 1016, 0x00010000, 0, "\x09\x04\xB0\x04"s,
+        {at("\\Lib\\libwinpthread-1.dll"), 1016, 0x00010000, 0, "\x09\x04\xB0\x04"s,
          "\\StringFileInfo\\040904B0\\FileVersion", "1, 0, 0, 0\0"s},
     };
     for (const auto& file : files) {
         SCOPED_TRACE(file.path);
-        EXPECT_EQ(versionInfo.GetFileVersionInfoSizeA(file.path, nullptr),
+        EXPECT_EQ(versionInfo().GetFileVersionInfoSizeA(file.path, nullptr),
                   2 * file.resourceSize + 4);
         auto block = load(file.path);
         ASSERT_TRUE(block);
@@ -89,7 +116,7 @@ TEST_F(VersionInfoConformance, AnswersOfRealFilesOfBothBitnesses) {
 // Keys match without regard to case. Every answer has a place of its own in the block: a later
 // query leaves earlier ones be.
 TEST_F(VersionInfoConformance, KeysIgnoreCaseAndEarlierAnswersStayValid) {
-    auto block = load("C:\\Lib\\libwinpthread-1.dll");
+    auto block = load(at("\\Lib\\libwinpthread-1.dll"));
     ASSERT_TRUE(block);
     const auto company = query(*block, "\\stringfileinfo\\040904b0\\COMPANYNAME");
     const auto version = query(*block, "\\StringFileInfo\\040904b0\\fileVersion");
@@ -100,7 +127,7 @@ TEST_F(VersionInfoConformance, KeysIgnoreCaseAndEarlierAnswersStayValid) {
 
 // A key matches whole, at its own level, in the string table of its name.
 TEST_F(VersionInfoConformance, MissingValuesAreNotFound) {
-    auto zlib = load("C:\\Lib\\zlib1.dll");
+    auto zlib = load(at("\\Lib\\zlib1.dll"));
     ASSERT_TRUE(zlib);
     for (const char* subBlock :
          {"\\StringFileInfo\\040904E4\\CompanyName", "\\StringFileInfo\\040904b0\\FileVersion",
@@ -113,10 +140,12 @@ TEST_F(VersionInfoConformance, MissingValuesAreNotFound) {
 // Neither the copy nor a later query writes past the length given, be it the exact size or the
 // program's 64,000 bytes.
 TEST_F(VersionInfoConformance, LengthBoundsTheCopy) {
-    const std::uint32_t size = versionInfo.GetFileVersionInfoSizeA("C:\\Lib\\zlib1.dll", nullptr);
+    const std::uint32_t size =
+        versionInfo().GetFileVersionInfoSizeA(at("\\Lib\\zlib1.dll"), nullptr);
     for (const std::uint32_t length : {size, 64000u}) {
         Block block(length + 16, 0xCC);
-        ASSERT_TRUE(versionInfo.GetFileVersionInfoA("C:\\Lib\\zlib1.dll", 0, length, block.data()));
+        ASSERT_TRUE(
+            versionInfo().GetFileVersionInfoA(at("\\Lib\\zlib1.dll"), 0, length, block.data()));
         EXPECT_EQ(query(block, "\\StringFileInfo\\040904E4\\FileVersion"), "1.2.13\0"s);
         EXPECT_TRUE(std::all_of(block.begin() + length, block.end(),
                                 [](std::uint8_t byte) { return byte == 0xCC; }));
@@ -124,13 +153,14 @@ TEST_F(VersionInfoConformance, LengthBoundsTheCopy) {
 }
 
 TEST_F(VersionInfoConformance, FilesWithoutABlockHaveSizeZero) {
-    machine.placeFile("C:\\Lib\\readme.txt", "This is not a program.\r\n");
-    machine.placeFile("C:\\Lib\\stub.exe", "MZ");
+    machine->placeFile(at("\\Lib\\readme.txt"), "This is not a program.\r\n");
+    machine->placeFile(at("\\Lib\\stub.exe"), "MZ");
     std::uint8_t buffer[64] = {};
-    for (const char* path : {"C:\\Lib\\readme.txt", "C:\\Lib\\stub.exe", "C:\\Lib\\missing.dll",
-                             "C:\\Lib", "C:\\Missing\\zlib1.dll", "zlib1.dll", ""}) {
-        EXPECT_EQ(versionInfo.GetFileVersionInfoSizeA(path, nullptr), 0u) << path;
-        EXPECT_FALSE(versionInfo.GetFileVersionInfoA(path, 0, sizeof buffer, buffer)) << path;
+    for (const std::string& path :
+         {at("\\Lib\\readme.txt"), at("\\Lib\\stub.exe"), at("\\Lib\\missing.dll"), at("\\Lib"),
+          at("\\Missing\\zlib1.dll"), std::string("zlib1.dll"), std::string()}) {
+        EXPECT_EQ(versionInfo().GetFileVersionInfoSizeA(path, nullptr), 0u) << path;
+        EXPECT_FALSE(versionInfo().GetFileVersionInfoA(path, 0, sizeof buffer, buffer)) << path;
     }
 }
 
@@ -144,16 +174,15 @@ std::string utf16(std::u16string_view text) {
 }
 
 // String values come out in the machine's ANSI code page, with "?" for what it lacks.
-TEST_F(VersionInfoConformance, StringsAreConvertedToTheAnsiCodePage) {
-    std::string image = testing_support::readTestData("zlib1-x64.dll");
+TEST_F(VersionInfoConformanceIn1252, StringsAreConvertedToTheAnsiCodePage) {
+    std::string image = conformance::readTestData("zlib1-x64.dll");
     const std::string original = utf16(u"zlib data compression library");
-    const std::size_t at = image.find(original);
-    ASSERT_NE(at, std::string::npos);
-    image.replace(at, original.size(),
+    const std::size_t found = image.find(original);
+    ASSERT_NE(found, std::string::npos);
+    image.replace(found, original.size(),
                   utf16(u"Caf\u00e9 \u20ac 5 \u65e5\u672c \u00c5ngstr\u00f6m toolkit "));
-    machine.placeFile("C:\\Lib\\cafe.dll", image);
-    ASSERT_EQ(machine.platform().codePage.GetACP(), 1252u);
-    auto block = load("C:\\Lib\\cafe.dll");
+    machine->placeFile(at("\\Lib\\cafe.dll"), image);
+    auto block = load(at("\\Lib\\cafe.dll"));
     ASSERT_TRUE(block);
     EXPECT_EQ(query(*block, "\\StringFileInfo\\040904E4\\FileDescription"),
               "Caf\xE9 \x80 5 ?? \xC5ngstr\xF6m toolkit \0"s);

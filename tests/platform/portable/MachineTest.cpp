@@ -32,6 +32,10 @@ TEST(Machine, LaysOutAWindowsComputer) {
     EXPECT_TRUE(fs::is_directory(folder / "drive_c" / "Users" / "User" / "AppData" / "Roaming"));
     EXPECT_TRUE(fs::is_directory(folder / "run"));
     EXPECT_TRUE(fs::exists(folder / "registry" / "HKEY_LOCAL_MACHINE.reg"));
+    platform::Platform& windows = machine.platform();
+    EXPECT_EQ(windows.codePage.GetACP(), 1252u);
+    EXPECT_EQ(windows.environment.GetEnvironmentVariableA("ProgramFiles"), "C:\\Program Files");
+    EXPECT_TRUE(windows.files.FolderExists("C:\\Windows\\System32\\..\\Fonts"));
 
     std::string problems;
     const auto reopened = Machine::open(folder, &problems);
