@@ -4,7 +4,8 @@
 namespace platform {
 
 // MultiByteToWideChar and WideCharToMultiByte for the machine's ANSI code page. A character
-// that the code page lacks becomes "?", as Windows writes it.
+// that the code page lacks is written as Windows writes it by default: as its best fit where
+// there is one ("ł" as "l"), otherwise as "?".
 class CodePage {
 public:
     virtual ~CodePage() = default;

@@ -5,9 +5,10 @@
 
 namespace platform {
 
-// The INI calls of Windows on a file given by its Windows path. Texts are ANSI bytes; the
-// file itself keeps the encoding it has (a UTF-8 or UTF-16 file stays so), and a new file is
-// ANSI. No call caches anything: a change by another process is seen at the next call.
+// The INI calls of Windows on a file given by its Windows path; a name without a folder is a
+// file of the Windows folder. Texts are ANSI bytes; the file itself keeps the encoding it has
+// (a UTF-8 or UTF-16 file stays so), and a new file is ANSI. No call caches anything: a change
+// by another process is seen at the next call.
 class Profile {
 public:
     virtual ~Profile() = default;

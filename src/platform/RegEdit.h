@@ -14,8 +14,9 @@ public:
         std::string message;  // on failure: "<file>:<line>: <what>", or what else went wrong
     };
 
-    // hostFile is a file of the computer the program runs on. The file is read whole and
-    // nothing is imported when any line of it is malformed.
+    // hostFile is a file of the computer the program runs on. A file that is no .reg file
+    // imports nothing. With a malformed line, the portable machine imports nothing and names
+    // the line; Windows' own tool imports the lines it can read.
     virtual Result importFile(const std::string& hostFile) = 0;
 
     // The key and its subkeys as regedit writes them, as UTF-8 text with CRLF line ends.

@@ -24,6 +24,8 @@ public:
     // null, as with the Windows call.
     virtual long RegQueryValueExA(RegHandle key, const std::string& valueName, std::uint32_t* type,
                                   std::uint8_t* data, std::uint32_t* dataSize) = 0;
+    // A string type's dataSize that leaves out the terminator gets it counted in when the byte
+    // after the data is NUL, as on Windows NT; that byte is read.
     virtual long RegSetValueExA(RegHandle key, const std::string& valueName, std::uint32_t type,
                                 const std::uint8_t* data, std::uint32_t dataSize) = 0;
     virtual long RegDeleteValueA(RegHandle key, const std::string& valueName) = 0;

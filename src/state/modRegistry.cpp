@@ -104,8 +104,8 @@ void modRegistry::SetStringValue(const QString& keyPath, const QString& valueNam
     if (openKey(keyPath, platform::access::KeyWrite) != platform::status::Success) {
         return;
     }
-    // Stored without the terminating NUL, as the program always has: readers must not rely
-    // on a terminator being there.
+    // Handed over without the terminating NUL, as the program always has; Windows counts the
+    // NUL that follows the text in memory, so the value is stored with it.
     const std::string bytes = toAnsi(codePage_, data);
     lastStatus_ = registry_.RegSetValueExA(
         hKey_, toAnsi(codePage_, valueName), platform::regtype::Sz,

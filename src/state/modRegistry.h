@@ -21,7 +21,8 @@ public:
     // A 32-bit number, or the text "Error"; empty for an unknown root. The value's type is
     // not looked at.
     QVariant GetDwordValue(const QString& keyPath, const QString& valueName);
-    // Stores REG_SZ without its terminator; the status stays in lastStatus().
+    // Stores REG_SZ, handed over without its terminator, which Windows adds; the status stays
+    // in lastStatus().
     void SetStringValue(const QString& keyPath, const QString& valueName, const QString& data);
     long CreateKey(const QString& keyPath);
     void DeleteValue(const QString& keyPath, const QString& valueName);

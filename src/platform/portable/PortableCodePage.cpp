@@ -3,6 +3,10 @@
 #include <QStringDecoder>
 #include <QStringEncoder>
 
+#include <optional>
+
+#include "platform/portable/BestFit.h"
+
 namespace platform::portable {
 
 namespace {
@@ -56,6 +60,12 @@ PortableCodePage::PortableCodePage(unsigned codePage) : codePage_(codePage) {
             toAnsi_[unit] = std::int16_t(byte);
         }
     }
+    for (size_t unit = 0; unit < toAnsi_.size(); ++unit) {
+        const char16_t fit = bestFitLetter(char16_t(unit));
+        if (toAnsi_[unit] < 0 && fit != 0) {
+            toAnsi_[unit] = toAnsi_[fit];
+        }
+    }
 }
 
 std::u16string PortableCodePage::toWide(const std::string& ansi) const {
@@ -81,18 +91,33 @@ std::string PortableCodePage::toAnsi(const std::u16string& wide) const {
         }
         return ansi;
     }
-    // Character by character, so that one the code page lacks becomes "?" instead of the
-    // converter's substitution byte.
-    QStringEncoder encoder(converterName_.c_str());
+    // Character by character, so that one the code page lacks becomes its best fit or "?"
+    // instead of the converter's substitution byte. An ICU converter that met such a
+    // character stays in error whatever resetState says, so each failure takes a new one.
+    std::optional<QStringEncoder> encoder;
+    const auto encode = [this, &encoder](QStringView character) -> std::optional<QByteArray> {
+        if (!encoder) {
+            encoder.emplace(converterName_.c_str());
+        }
+        const QByteArray bytes = encoder->encode(character);
+        if (encoder->hasError()) {
+            encoder.reset();
+            return std::nullopt;
+        }
+        return bytes;
+    };
     const QString text = QString::fromStdU16String(wide);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const qsizetype length = (text[i].isHighSurrogate() && i + 1 < text.size()) ? 2 : 1;
-        const QByteArray bytes = encoder.encode(QStringView(text).mid(i, length));
-        if (encoder.hasError()) {
-            encoder.resetState();
-            ansi.push_back('?');
+        auto bytes = encode(QStringView(text).mid(i, length));
+        const QChar fit(bestFitLetter(text[i].unicode()));
+        if (!bytes && !fit.isNull()) {
+            bytes = encode(QStringView(&fit, 1));
+        }
+        if (bytes) {
+            ansi.append(bytes->constData(), size_t(bytes->size()));
         } else {
-            ansi.append(bytes.constData(), size_t(bytes.size()));
+            ansi.push_back('?');
         }
         i += length - 1;
     }

@@ -9,8 +9,9 @@
 namespace platform::portable {
 
 // Code-page conversion from the tables of the host's ICU. Single-byte code pages are turned
-// into a 256-entry table once, so that conversion is a lookup and a missing character
-// becomes "?" as on Windows; multi-byte code pages go through the converter.
+// into a 256-entry table once, so that conversion is a lookup; multi-byte code pages go
+// through the converter. A character the code page lacks is written as Windows writes it:
+// a Latin letter as its best fit, anything else as "?".
 class PortableCodePage final : public CodePage {
 public:
     explicit PortableCodePage(unsigned codePage);

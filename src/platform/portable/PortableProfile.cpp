@@ -9,8 +9,10 @@
 #include <string_view>
 #include <system_error>
 
+#include "platform/Environment.h"
 #include "platform/portable/IniText.h"
 #include "platform/portable/WinPath.h"
+#include "platform/portable/WindowsFolders.h"
 
 namespace platform::portable {
 
@@ -101,6 +103,15 @@ bool ownerMayWrite(const fs::path& entry) {
     return !error && (status.permissions() & fs::perms::owner_write) != fs::perms::none;
 }
 
+// A name without a folder is a file of the Windows folder, as on Windows; a path relative to a
+// current folder finds nothing, the machine having none.
+std::string profilePath(const std::string& fileName) {
+    if (fileName.empty() || fileName.find_first_of(":\\/") != std::string::npos) {
+        return fileName;
+    }
+    return specialFolderPath(csidl::Windows, {}).value_or(std::string()) + "\\" + fileName;
+}
+
 bool replaceFile(const fs::path& file, const std::string& bytes) {
     QSaveFile out(QString::fromStdString(file.string()));
     if (!out.open(QIODevice::WriteOnly)) {
@@ -118,7 +129,7 @@ std::uint32_t PortableProfile::GetPrivateProfileStringA(
     const std::string& section, const std::string& key, const std::string& defaultValue,
     std::uint32_t bufferSize, std::string* value, const std::string& fileName) {
     std::optional<std::string> found;
-    if (const auto host = paths_.existing(fileName)) {
+    if (const auto host = paths_.existing(profilePath(fileName))) {
         if (const auto bytes = readBytes(*host)) {
             const IniText text(decode(*bytes, codePage_).text);
             if (const auto wide = text.value(codePage_.toWide(section), codePage_.toWide(key))) {
@@ -141,7 +152,7 @@ bool PortableProfile::WritePrivateProfileStringA(const std::string& section,
                                                  const std::optional<std::string>& key,
                                                  const std::optional<std::string>& value,
                                                  const std::string& fileName) {
-    const auto host = paths_.target(fileName);
+    const auto host = paths_.target(profilePath(fileName));
     if (!host || !ownerMayWrite(host->parent_path())) {
         return false;
     }

@@ -257,12 +257,16 @@ long PortableRegistry::RegQueryValueExA(RegHandle key, const std::string& valueN
     return status::Success;
 }
 
-// String data is converted as given: a size without the terminator stores none.
+// String data is converted as given, except that a terminator the size leaves out is counted
+// in when the byte after the data is NUL, as Windows NT does: that byte is read.
 long PortableRegistry::RegSetValueExA(RegHandle key, const std::string& valueName,
                                       std::uint32_t type, const std::uint8_t* data,
                                       std::uint32_t dataSize) {
     if (data == nullptr && dataSize != 0) {
         return regstatus::NoAccess;
+    }
+    if (isStringType(type) && dataSize > 0 && data[dataSize - 1] != 0 && data[dataSize] == 0) {
+        ++dataSize;
     }
     OpenKey open;
     long status = status::Success;

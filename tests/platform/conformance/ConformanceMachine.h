@@ -8,7 +8,8 @@ namespace conformance {
 
 // Where a test keeps what it makes: files below this folder, and registry keys below this key
 // of HKEY_LOCAL_MACHINE and HKEY_CURRENT_USER. On Windows the tests share one real computer,
-// so a new machine first removes both, and nothing else of the computer is touched.
+// so a new machine first removes both, and nothing else of the computer is touched but one
+// INI file of the Windows folder, which the test that writes it removes.
 inline constexpr const char* kFolder = "C:\\Conformance";
 inline constexpr const char* kKey = "Software\\Tallowick Conformance";
 

@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <memory>
 #include <string>
 
-#include "ConformanceMachine.h"
+#include "ConformanceTest.h"
 
 namespace {
 
@@ -17,12 +16,12 @@ std::string at(const std::string& below) {
     return conformance::kFolder + below;
 }
 
-class FileOperationsConformance : public ::testing::Test {
+class FileOperationsConformance : public conformance::ConformanceTest {
 protected:
-    std::unique_ptr<conformance::Machine> machine = conformance::newMachine();
     platform::FileSystem& files = machine->platform().files;
 };
 
+// FileLen is a file's size, found without regard to case; a folder or a missing file has none.
 TEST_F(FileOperationsConformance, FileLenCountsTheBytesOfAFileOnly) {
     machine->placeFile(at("\\Data\\Five.txt"), "12345");
     machine->placeFile(at("\\Data\\Empty.txt"), "");
@@ -101,6 +100,8 @@ TEST_F(FileOperationsConformance, CopyFolderMergesAndReplacesOnlyWithOverwrite) 
     EXPECT_EQ(files.readFile(at("\\Plain.txt")), "plain");
 }
 
+// DeleteFolder takes a folder with all in it; a read-only file or folder in it, or its own
+// read-only mark, stops it unless forced.
 TEST_F(FileOperationsConformance, DeleteFolderTakesReadOnlyEntriesOnlyWithForce) {
     machine->placeFile(at("\\Old\\a.txt"), "a");
     machine->placeFile(at("\\Old\\Sub\\b.txt"), "b");
@@ -117,9 +118,13 @@ TEST_F(FileOperationsConformance, DeleteFolderTakesReadOnlyEntriesOnlyWithForce)
     // The folder's own mark counts too.
     machine->placeFile(at("\\Sealed\\s.txt"), "s");
     ASSERT_TRUE(files.SetAttr(at("\\Sealed"), fileattr::ReadOnly));
-    EXPECT_FALSE(files.DeleteFolder(at("\\Sealed"), false));
-    EXPECT_TRUE(files.FileExists(at("\\Sealed\\s.txt")));
-    EXPECT_TRUE(files.DeleteFolder(at("\\Sealed"), true));
+    if (conformance::wineDiffers("folders keep no read-only mark")) {
+        EXPECT_TRUE(files.DeleteFolder(at("\\Sealed"), false));
+    } else {
+        EXPECT_FALSE(files.DeleteFolder(at("\\Sealed"), false));
+        EXPECT_TRUE(files.FileExists(at("\\Sealed\\s.txt")));
+        EXPECT_TRUE(files.DeleteFolder(at("\\Sealed"), true));
+    }
     EXPECT_FALSE(files.FolderExists(at("\\Sealed")));
 
     machine->placeFile(at("\\Plain\\Sub\\x.txt"), "x");

@@ -4,12 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <random>
 #include <string>
 
-#include "ConformanceMachine.h"
+#include "ConformanceTest.h"
 
 namespace {
 
@@ -33,19 +32,13 @@ std::string utf16(const std::u16string& text, bool bigEndian) {
     return bytes;
 }
 
-class ProfileConformance : public ::testing::Test {
-protected:
-    explicit ProfileConformance(unsigned codePage = 0)
-        : codePage_(codePage), machine(conformance::newMachine(codePage)) {}
+// Wine writes an INI file anew from what it parsed: CRLF line ends, no blank lines, no blanks
+// around a key or at the end of a value, nothing after a section's "]".
+constexpr const char* kWineRewrites = "an INI write rewrites the whole file";
 
-    void SetUp() override {
-        if (!machine) {
-            GTEST_SKIP() << "needs a computer whose ANSI code page is " << codePage_;
-        }
-        if (codePage_ != 0) {
-            ASSERT_EQ(machine->platform().codePage.GetACP(), codePage_);
-        }
-    }
+class ProfileConformance : public conformance::ConformanceTest {
+protected:
+    explicit ProfileConformance(unsigned codePage = 0) : ConformanceTest(codePage) {}
 
     platform::Profile& profile() { return machine->platform().profile; }
     platform::FileSystem& files() { return machine->platform().files; }
@@ -77,9 +70,6 @@ protected:
     std::string bytes(const std::string& fileName = kFile) {
         return files().readFile(fileName).value_or("<missing>");
     }
-
-    unsigned codePage_;
-    std::unique_ptr<conformance::Machine> machine;
 };
 
 // Tests whose bytes are those of Western European Windows.
@@ -94,6 +84,9 @@ protected:
     ProfileConformanceIn1251() : ProfileConformance(1251) {}
 };
 
+// Lines end at any run of CR and LF; blanks, tabs and Ctrl-Z go from both ends of a line and
+// around the key; the first "=" ends the key; a ";" line or one without "=" is no key; one pair
+// of matching quotes comes off a value.
 TEST_F(ProfileConformance, ReadingTrimsLinesAndTakesOnePairOfQuotesOffTheValue) {
     machine->placeFile(kFile,
                        " \t[ Main ]\x1a \r\n"
@@ -112,7 +105,11 @@ TEST_F(ProfileConformance, ReadingTrimsLinesAndTakesOnePairOfQuotesOffTheValue) 
                        "CrOnly=1\rLfOnly=2");
     EXPECT_EQ(read("Main", "Name"), "Value with  inner  blanks");
     EXPECT_EQ(read("Main", "Comment"), "a ; kept in the value");
-    EXPECT_EQ(read("Main", "; Hidden"), kNone);
+    if (conformance::wineDiffers("INI lines that start with \";\" are read as keys")) {
+        EXPECT_EQ(read("Main", "; Hidden"), "yes");
+    } else {
+        EXPECT_EQ(read("Main", "; Hidden"), kNone);
+    }
     EXPECT_EQ(read("Main", "NoEquals"), kNone);
     EXPECT_EQ(read("Main", "Equals"), "a=b");
     EXPECT_EQ(read("Main", "Empty"), "");
@@ -126,6 +123,9 @@ TEST_F(ProfileConformance, ReadingTrimsLinesAndTakesOnePairOfQuotesOffTheValue) 
     EXPECT_EQ(read("Main", "LfOnly"), "2");
 }
 
+// Sections and keys are found without regard to case, the code page's letters beyond ASCII
+// too; keys before the first header are in the section ""; a header runs to the last "]"; the
+// first duplicate is read and written, and a write leaves the other lines as they were.
 TEST_F(ProfileConformanceIn1252, SectionsAndKeysIgnoreCaseAndTheFirstDuplicateWins) {
     const std::string text =
         "Top=before any header\r\n"
@@ -147,18 +147,29 @@ TEST_F(ProfileConformanceIn1252, SectionsAndKeysIgnoreCaseAndTheFirstDuplicateWi
     EXPECT_EQ(read("Colors", "Blue"), kNone);
     EXPECT_EQ(read("Out]er", "key"), "in Out]er");
     EXPECT_EQ(read("Out]er", "[Half"), "open");
-    EXPECT_EQ(read("gR\xD6\xDF"
-                   "E",
-                   "\xE4RGER"),
-              "umlaut");
+    const std::string umlauts = read(
+        "gR\xD6\xDF"
+        "E",
+        "\xE4RGER");
+    if (conformance::wineDiffers("INI names ignore the case of ASCII letters only")) {
+        EXPECT_EQ(umlauts, kNone);
+    } else {
+        EXPECT_EQ(umlauts, "umlaut");
+    }
     EXPECT_EQ(read("Colors", "Top"), kNone);
 
     ASSERT_TRUE(write("COLORS", "rEd", "9"));
     std::string changed = text;
     changed.replace(changed.find("RED=1"), 5, "RED=9");
+    if (conformance::wineDiffers(kWineRewrites)) {
+        const std::string trailer = " ; after the last bracket";
+        changed.erase(changed.find(trailer), trailer.size());
+    }
     EXPECT_EQ(bytes(), changed);
 }
 
+// A missing file, section or key gives the default without its trailing blanks; a buffer of n
+// characters takes n-1 of them, and the count says how many.
 TEST_F(ProfileConformance, MissingEntriesGiveTheDefaultAndShortBuffersCutTheAnswer) {
     machine->placeFile(kFile, "[Main]\r\nValue=abcdef\r\n");
     const auto get = [this](const std::string& section, const std::string& key,
@@ -184,6 +195,9 @@ TEST_F(ProfileConformance, MissingEntriesGiveTheDefaultAndShortBuffersCutTheAnsw
     EXPECT_EQ(get("Main", "Missing", "fallback", 5), "fall");
 }
 
+// A write makes a missing file; a new section goes at the end as "[S]" CRLF "k=v" CRLF, a new
+// key at the end of its section; a value loses its leading blanks only. Nothing else of the
+// file changes.
 TEST_F(ProfileConformance, WritingAddsFilesSectionsAndKeysWithoutBlanks) {
     ASSERT_TRUE(makeSettingsFolder());
     ASSERT_TRUE(write("Main", "Name", "Value"));
@@ -192,9 +206,10 @@ TEST_F(ProfileConformance, WritingAddsFilesSectionsAndKeysWithoutBlanks) {
     ASSERT_TRUE(write("main", "Padded", " \t leading gone, trailing kept  "));
     ASSERT_TRUE(write("Main", "Empty", ""));
     ASSERT_TRUE(write("MAIN", "NAME", "Changed"));
-    EXPECT_EQ(bytes(),
-              "[Main]\r\nName=Changed\r\nPadded=leading gone, trailing kept  \r\nEmpty=\r\n"
-              "[Other]\r\nKey=x\r\n");
+    const std::string padded = conformance::wineDiffers(kWineRewrites)
+                                   ? "Padded=leading gone, trailing kept\r\n"
+                                   : "Padded=leading gone, trailing kept  \r\n";
+    EXPECT_EQ(bytes(), "[Main]\r\nName=Changed\r\n" + padded + "Empty=\r\n[Other]\r\nKey=x\r\n");
     EXPECT_EQ(read("Main", "Padded"), "leading gone, trailing kept");
     EXPECT_EQ(read("Main", "Empty"), "");
 
@@ -213,18 +228,26 @@ TEST_F(ProfileConformance, WritingAddsFilesSectionsAndKeysWithoutBlanks) {
     ASSERT_TRUE(write("A", "old", "replaced"));
     ASSERT_TRUE(write("B", "c", "3"));
     ASSERT_TRUE(write("C", "d", "4"));
-    EXPECT_EQ(bytes(),
-              "top=1\r\ntop2=2\n"
-              "[A]\n"
-              "; note\n"
-              "  Old=replaced\n"
-              "loose line\r\nnew=n\n"
-              "\n\n"
-              "[B]\n"
-              "b=1\r\nc=3\r\n"
-              "[C]\r\nd=4\r\n");
+    if (conformance::wineDiffers(kWineRewrites)) {
+        EXPECT_EQ(bytes(),
+                  "top=1\r\ntop2=2\r\n[A]\r\n; note\r\nOld=replaced\r\nloose line\r\nnew=n\r\n"
+                  "[B]\r\nb=1\r\nc=3\r\n[C]\r\nd=4\r\n");
+    } else {
+        EXPECT_EQ(bytes(),
+                  "top=1\r\ntop2=2\n"
+                  "[A]\n"
+                  "; note\n"
+                  "  Old=replaced\n"
+                  "loose line\r\nnew=n\n"
+                  "\n\n"
+                  "[B]\n"
+                  "b=1\r\nc=3\r\n"
+                  "[C]\r\nd=4\r\n");
+    }
 }
 
+// A write without a value deletes the key, one without a key the section with its lines; what
+// is not there is no failure, and a missing file stays missing.
 TEST_F(ProfileConformance, NoKeyDeletesTheSectionAndNoValueTheKey) {
     const std::string text =
         "k=top\r\n"
@@ -252,14 +275,13 @@ TEST_F(ProfileConformance, NoKeyDeletesTheSectionAndNoValueTheKey) {
     ASSERT_TRUE(write("b", "z", std::nullopt));
     ASSERT_TRUE(write("", "K", std::nullopt));
     // A key goes with one line break: the blank line after it stays.
-    EXPECT_EQ(bytes(),
-              "[A]\r\n"
-              "\r\n"
-              "y=2\r\n"
-              "; about A\r\n"
-              "[B]\r\n"
-              "[a]\r\n"
-              "x=second\r\n");
+    const std::string blankLine = conformance::wineDiffers(kWineRewrites) ? "" : "\r\n";
+    EXPECT_EQ(bytes(), "[A]\r\n" + blankLine +
+                           "y=2\r\n"
+                           "; about A\r\n"
+                           "[B]\r\n"
+                           "[a]\r\n"
+                           "x=second\r\n");
 
     // The first of two sections goes with its comments; the second then counts.
     ASSERT_TRUE(write("A", std::nullopt, "ignored"));
@@ -267,6 +289,8 @@ TEST_F(ProfileConformance, NoKeyDeletesTheSectionAndNoValueTheKey) {
     EXPECT_EQ(read("A", "x"), "second");
 }
 
+// A file with a UTF-8 or UTF-16 byte-order mark is read and written back in its encoding;
+// other files, and new ones, are ANSI.
 TEST_F(ProfileConformanceIn1252, FilesWithAByteOrderMarkKeepTheirEncoding) {
     const std::u16string text = u"[Main]\r\nName=Gr\u00FC\u00DFe\r\nSnow=\u2603\r\n";
     const std::u16string written = u"[Main]\r\nName=caf\u00E9\r\nSnow=\u2603\r\n";
@@ -315,6 +339,8 @@ TEST_F(ProfileConformanceIn1251, Utf8FilesReadInTheAnsiCodePage) {
     EXPECT_EQ(read("Main", "Hello"), "\xCF\xF0\xE8");
 }
 
+// A read-only file, a missing folder or a folder in the file's place refuse the write, and
+// the file stays as it was.
 TEST_F(ProfileConformance, RefusedWritesLeaveTheFileAsItWas) {
     const std::string text = "[Main]\r\nName=Value\r\n";
     machine->placeFile(kFile, text);
@@ -329,9 +355,26 @@ TEST_F(ProfileConformance, RefusedWritesLeaveTheFileAsItWas) {
     EXPECT_FALSE(write("Main", "Name", "x", at("\\Nowhere\\App.ini")));
     EXPECT_FALSE(files().FolderExists(at("\\Nowhere")));
     EXPECT_FALSE(write("Main", "Name", "x", at("\\Settings")));
-    EXPECT_FALSE(write("Main", "Name", "x", "Relative.ini"));
 }
 
+// A file name without a folder names a file of the Windows folder, for reads and writes.
+TEST_F(ProfileConformance, ANameAloneIsAFileOfTheWindowsFolder) {
+    std::string windowsFolder;
+    ASSERT_EQ(
+        machine->platform().environment.SHGetFolderPathA(platform::csidl::Windows, &windowsFolder),
+        0);
+    const std::string name = "Tallowick Conformance.ini";
+    const std::string file = windowsFolder + "\\" + name;
+    // What a run that ended early left behind.
+    files().Kill(file);
+    ASSERT_TRUE(write("Main", "Name", "written", name));
+    EXPECT_EQ(bytes(file), "[Main]\r\nName=written\r\n");
+    machine->placeFile(file, "[Main]\r\nName=placed\r\n");
+    EXPECT_EQ(read("Main", "Name", name), "placed");
+    EXPECT_TRUE(files().Kill(file));
+}
+
+// Without the right to write into the folder, neither a change nor a new file is written.
 TEST_F(ProfileConformance, AFolderTheUserMayNotWriteIntoRefusesWrites) {
     const std::string text = "[Main]\r\nName=Value\r\n";
     machine->placeFile(at("\\Locked\\App.ini"), text);
@@ -365,6 +408,7 @@ TEST_F(ProfileConformance, SettingsWrittenHereReadBackInASecondProcess) {
     EXPECT_EQ(readWith(second, "Main", "Name"), kNone);
 }
 
+// Any bytes read as a file of lines: nothing breaks, and the lines that are keys are found.
 TEST_F(ProfileConformance, BadFilesNeverCrashAndKeepTheirReadableKeys) {
     std::mt19937 random(7);
     std::string garbage(64 * 1024, '\0');

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "ConformanceMachine.h"
+#include "ConformanceTest.h"
 
 namespace {
 
@@ -20,17 +19,14 @@ std::string at(const std::string& below) {
     return conformance::kFolder + below;
 }
 
-class VersionInfoConformance : public ::testing::Test {
+class VersionInfoConformance : public conformance::ConformanceTest {
 protected:
-    explicit VersionInfoConformance(unsigned codePage = 0)
-        : codePage_(codePage), machine(conformance::newMachine(codePage)) {}
+    explicit VersionInfoConformance(unsigned codePage = 0) : ConformanceTest(codePage) {}
 
     void SetUp() override {
-        if (!machine) {
-            GTEST_SKIP() << "needs a computer whose ANSI code page is " << codePage_;
-        }
-        if (codePage_ != 0) {
-            ASSERT_EQ(machine->platform().codePage.GetACP(), codePage_);
+        ConformanceTest::SetUp();
+        if (IsSkipped() || HasFatalFailure()) {
+            return;
         }
         placeTestData(at("\\Lib\\zlib1.dll"), "zlib1-x64.dll");
         placeTestData(at("\\Lib32\\zlib1.dll"), "zlib1-x86.dll");
@@ -67,9 +63,6 @@ protected:
         EXPECT_TRUE(start >= block.data() && start + len <= block.data() + block.size());
         return std::string_view(reinterpret_cast<const char*>(start), len);
     }
-
-    unsigned codePage_;
-    std::unique_ptr<conformance::Machine> machine;
 };
 
 // Tests whose strings are those of Western European Windows.
@@ -152,13 +145,17 @@ TEST_F(VersionInfoConformance, LengthBoundsTheCopy) {
     }
 }
 
+// A file without a version resource, a folder, a missing file and an empty name have size 0
+// and no block. A name without a folder is searched for as a program's DLL would be, so the
+// one here is found nowhere.
 TEST_F(VersionInfoConformance, FilesWithoutABlockHaveSizeZero) {
     machine->placeFile(at("\\Lib\\readme.txt"), "This is not a program.\r\n");
     machine->placeFile(at("\\Lib\\stub.exe"), "MZ");
     std::uint8_t buffer[64] = {};
     for (const std::string& path :
          {at("\\Lib\\readme.txt"), at("\\Lib\\stub.exe"), at("\\Lib\\missing.dll"), at("\\Lib"),
-          at("\\Missing\\zlib1.dll"), std::string("zlib1.dll"), std::string()}) {
+          at("\\Missing\\zlib1.dll"), std::string("Tallowick conformance none.dll"),
+          std::string()}) {
         EXPECT_EQ(versionInfo().GetFileVersionInfoSizeA(path, nullptr), 0u) << path;
         EXPECT_FALSE(versionInfo().GetFileVersionInfoA(path, 0, sizeof buffer, buffer)) << path;
     }
