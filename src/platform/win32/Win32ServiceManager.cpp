@@ -73,32 +73,32 @@ long Win32ServiceManager::EnumServicesStatusA(ScHandle manager, std::uint32_t se
     if (bytesNeeded == nullptr) {
         return status::InvalidParameter;
     }
+    // A partial answer is thrown away and the whole list asked for again in a larger buffer:
+    // Wine counts records of a partial answer that it never wrote.
+    constexpr size_t kLargestBuffer = 16 * 1024 * 1024;
     std::vector<EnumServiceStatus> listed;
     std::vector<BYTE> buffer(16 * 1024);
-    DWORD resume = 0;
     for (;;) {
         DWORD needed = 0;
         DWORD count = 0;
-        const bool done =
-            ::EnumServicesStatusA(scHandle(manager), serviceType, serviceState,
+        DWORD resume = 0;
+        if (::EnumServicesStatusA(scHandle(manager), serviceType, serviceState,
                                   reinterpret_cast<ENUM_SERVICE_STATUSA*>(buffer.data()),
-                                  DWORD(buffer.size()), &needed, &count, &resume);
-        const long error = done ? status::Success : lastError();
-        if (error != status::Success && error != status::MoreData) {
-            return error;
-        }
-        const auto* records = reinterpret_cast<const ENUM_SERVICE_STATUSA*>(buffer.data());
-        for (DWORD i = 0; i < count; ++i) {
-            listed.push_back({records[i].lpServiceName, records[i].lpDisplayName,
-                              records[i].ServiceStatus.dwServiceType,
-                              records[i].ServiceStatus.dwCurrentState});
-        }
-        if (done) {
+                                  DWORD(buffer.size()), &needed, &count, &resume)) {
+            const auto* records = reinterpret_cast<const ENUM_SERVICE_STATUSA*>(buffer.data());
+            for (DWORD i = 0; i < count; ++i) {
+                listed.push_back({records[i].lpServiceName, records[i].lpDisplayName,
+                                  records[i].ServiceStatus.dwServiceType,
+                                  records[i].ServiceStatus.dwCurrentState});
+            }
             break;
         }
-        if (count == 0) {
-            buffer.resize(std::max<size_t>(needed, buffer.size() * 2));
+        const long error = lastError();
+        if ((error != status::MoreData && error != ERROR_INSUFFICIENT_BUFFER) ||
+            buffer.size() >= kLargestBuffer) {
+            return error;
         }
+        buffer.resize(std::max<size_t>(buffer.size() + needed, buffer.size() * 2));
     }
     std::uint32_t needed = 0;
     for (const auto& service : listed) {
