@@ -55,6 +55,20 @@ SC_HANDLE openService(ScHandle manager, const std::string& serviceName, DWORD ri
     return service;
 }
 
+// Opens the service with the right to do something and to watch its state, does it, closes.
+template <class Action>
+long withService(ScHandle manager, const std::string& serviceName, DWORD right, Action action) {
+    long result = status::Success;
+    const SC_HANDLE service =
+        openService(manager, serviceName, right | SERVICE_QUERY_STATUS, &result);
+    if (service == nullptr) {
+        return result;
+    }
+    result = action(service);
+    ::CloseServiceHandle(service);
+    return result;
+}
+
 }  // namespace
 
 long Win32ServiceManager::OpenSCManagerA(std::uint32_t access, ScHandle* manager) {
@@ -119,31 +133,19 @@ long Win32ServiceManager::CloseServiceHandle(ScHandle handle) {
 }
 
 long Win32ServiceManager::startService(ScHandle manager, const std::string& serviceName) {
-    long result = status::Success;
-    const SC_HANDLE service =
-        openService(manager, serviceName, SERVICE_START | SERVICE_QUERY_STATUS, &result);
-    if (service == nullptr) {
-        return result;
-    }
-    result =
-        ::StartServiceA(service, 0, nullptr) ? waitForState(service, SERVICE_RUNNING) : lastError();
-    ::CloseServiceHandle(service);
-    return result;
+    return withService(manager, serviceName, SERVICE_START, [](SC_HANDLE service) {
+        return ::StartServiceA(service, 0, nullptr) ? waitForState(service, SERVICE_RUNNING)
+                                                    : lastError();
+    });
 }
 
 long Win32ServiceManager::stopService(ScHandle manager, const std::string& serviceName) {
-    long result = status::Success;
-    const SC_HANDLE service =
-        openService(manager, serviceName, SERVICE_STOP | SERVICE_QUERY_STATUS, &result);
-    if (service == nullptr) {
-        return result;
-    }
-    SERVICE_STATUS reported{};
-    result = ::ControlService(service, SERVICE_CONTROL_STOP, &reported)
-                 ? waitForState(service, SERVICE_STOPPED)
-                 : lastError();
-    ::CloseServiceHandle(service);
-    return result;
+    return withService(manager, serviceName, SERVICE_STOP, [](SC_HANDLE service) {
+        SERVICE_STATUS reported{};
+        return ::ControlService(service, SERVICE_CONTROL_STOP, &reported)
+                   ? waitForState(service, SERVICE_STOPPED)
+                   : lastError();
+    });
 }
 
 }  // namespace platform::win32

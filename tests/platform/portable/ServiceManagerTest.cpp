@@ -12,6 +12,7 @@
 
 #include "platform/portable/ServiceLock.h"
 #include "support/ProgramRun.h"
+#include "support/ServiceRegistration.h"
 #include "support/TestMachine.h"
 
 namespace {
@@ -67,25 +68,9 @@ protected:
 
     void install(const std::string& name, const std::string& display, std::uint32_t imageType,
                  const std::string& imagePath) {
-        auto& registry = machine.platform().registry;
-        platform::RegHandle key = 0;
-        ASSERT_EQ(registry.RegCreateKeyA(platform::hkey::LocalMachine,
-                                         "SYSTEM\\CurrentControlSet\\Services\\" + name, &key),
+        EXPECT_EQ(testing_support::registerService(machine.platform().registry, name, display,
+                                                   imageType, imagePath),
                   status::Success);
-        const auto setString = [&](const std::string& value, std::uint32_t type,
-                                   const std::string& data) {
-            return registry.RegSetValueExA(key, value, type,
-                                           reinterpret_cast<const std::uint8_t*>(data.c_str()),
-                                           std::uint32_t(data.size() + 1));
-        };
-        const std::uint32_t type = platform::servicetype::OwnProcess;
-        EXPECT_EQ(setString("DisplayName", platform::regtype::Sz, display), status::Success);
-        EXPECT_EQ(setString("ImagePath", imageType, imagePath), status::Success);
-        EXPECT_EQ(
-            registry.RegSetValueExA(key, "Type", platform::regtype::Dword,
-                                    reinterpret_cast<const std::uint8_t*>(&type), sizeof type),
-            status::Success);
-        registry.RegCloseKey(key);
     }
 
     // The services in the states asked for, with room for all of them.

@@ -7,6 +7,7 @@
 
 #include "ConformanceServices.h"
 #include "platform/portable/Machine.h"
+#include "support/ServiceRegistration.h"
 #include "support/TestMachine.h"
 
 namespace conformance {
@@ -18,30 +19,10 @@ constexpr const char* kServiceProgram =
 
 // The key and values an installer leaves for a service of its own process.
 void install(platform::Registry& registry) {
-    const std::string keyName = std::string("SYSTEM\\CurrentControlSet\\Services\\") + kServiceName;
-    platform::RegHandle key = 0;
-    if (registry.RegCreateKeyA(platform::hkey::LocalMachine, keyName, &key) !=
-        platform::status::Success) {
-        throw std::runtime_error("cannot create " + keyName);
-    }
-    const auto setString = [&](const std::string& name, std::uint32_t type,
-                               const std::string& text) {
-        return registry.RegSetValueExA(key, name, type,
-                                       reinterpret_cast<const std::uint8_t*>(text.c_str()),
-                                       std::uint32_t(text.size() + 1));
-    };
-    const std::uint32_t type = platform::servicetype::OwnProcess;
-    const bool written =
-        setString("DisplayName", platform::regtype::Sz, kServiceDisplayName) ==
-            platform::status::Success &&
-        setString("ImagePath", platform::regtype::ExpandSz,
-                  std::string("\"") + kServiceProgram + "\"") == platform::status::Success &&
-        registry.RegSetValueExA(key, "Type", platform::regtype::Dword,
-                                reinterpret_cast<const std::uint8_t*>(&type),
-                                sizeof type) == platform::status::Success;
-    registry.RegCloseKey(key);
-    if (!written) {
-        throw std::runtime_error("cannot write the values of " + keyName);
+    if (testing_support::registerService(
+            registry, kServiceName, kServiceDisplayName, platform::regtype::ExpandSz,
+            std::string("\"") + kServiceProgram + "\"") != platform::status::Success) {
+        throw std::runtime_error(std::string("cannot register the service ") + kServiceName);
     }
 }
 
