@@ -16,6 +16,7 @@ namespace {
 constexpr DWORD kStopWaitHint = 5000;
 
 // The dispatcher calls back without a context of ours; a process runs one service at a time.
+// It lives as long as the process, so that a control that comes late still finds it.
 struct RunningService {
     std::string name;
     const std::function<void(const std::atomic<bool>&)>* body = nullptr;
@@ -26,6 +27,11 @@ struct RunningService {
     SERVICE_STATUS status{};
 };
 RunningService* running = nullptr;
+
+RunningService& runningService() {
+    static RunningService service;
+    return service;
+}
 
 // Called with the reporting lock held.
 void report(RunningService& service, DWORD state, DWORD waitHint = 0) {
@@ -106,9 +112,12 @@ long Win32ServiceHost::runService(
                    ? servicestatus::AlreadyRunning
                    : long(error);
     }
-    RunningService service;
+    RunningService& service = runningService();
     service.name = serviceName;
     service.body = &body;
+    service.stopRequested = false;
+    service.statusHandle = nullptr;
+    service.status = SERVICE_STATUS{};
     running = &service;
     ::ResetEvent(stopEvent());
     SERVICE_TABLE_ENTRYA table[] = {{service.name.data(), serviceMain}, {nullptr, nullptr}};

@@ -48,6 +48,11 @@ long waitForState(SC_HANDLE service, DWORD wanted) {
     }
 }
 
+// A name of a record; a record without one, which a broken answer can hold, has an empty name.
+std::string text(const char* name) {
+    return name == nullptr ? std::string() : std::string(name);
+}
+
 // OpenServiceA for some rights; the error when there is no such service.
 SC_HANDLE openService(ScHandle manager, const std::string& serviceName, DWORD rights, long* error) {
     const SC_HANDLE service = ::OpenServiceA(scHandle(manager), serviceName.c_str(), rights);
@@ -101,7 +106,7 @@ long Win32ServiceManager::EnumServicesStatusA(ScHandle manager, std::uint32_t se
                                   DWORD(buffer.size()), &needed, &count, &resume)) {
             const auto* records = reinterpret_cast<const ENUM_SERVICE_STATUSA*>(buffer.data());
             for (DWORD i = 0; i < count; ++i) {
-                listed.push_back({records[i].lpServiceName, records[i].lpDisplayName,
+                listed.push_back({text(records[i].lpServiceName), text(records[i].lpDisplayName),
                                   records[i].ServiceStatus.dwServiceType,
                                   records[i].ServiceStatus.dwCurrentState});
             }
