@@ -10,7 +10,7 @@
 #include "QtBenchmarkMain.h"
 #include "platform/net/InetControl.h"
 #include "platform/portable/Machine.h"
-#include "scan/UpdateComponent.h"
+#include "scan/modUpdateCOmponent.h"
 #include "scan/UpdateRecord.h"
 
 namespace {

@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const service::CommandPolicy policy(
         {"C:\\ProgramData\\Tallowick\\", "C:\\Program Files\\Tallowick", {"C:\\Temp"}});
     const QString text = QString::fromLatin1(reinterpret_cast<const char*>(data), qsizetype(size));
-    for (const QString& line : basic::split(text, QStringLiteral("\r\n"))) {
+    for (const QString& line : core::split(text, QStringLiteral("\r\n"))) {
         const QStringList fields = line.split(u'|');
         if (policy.refusal(fields).isEmpty()) {
             const auto shape = service::commandShape(fields.value(0));

@@ -45,7 +45,7 @@ int ignoreCommand(Context& context) {
         }
         state::clsList& entries = lists.lists.ignoreEntryList;
         for (int row = 0; row < count; ++row) {
-            Context::out(QString::number(row + 1) + u'\t' + basic::trim(entries.ItemText(row)) +
+            Context::out(QString::number(row + 1) + u'\t' + core::trim(entries.ItemText(row)) +
                          u'\t' + entries.SubItemText(row, 1) + u'\t' + entries.SubItemText(row, 2) +
                          u'\t' + entries.SubItemText(row, 3));
         }

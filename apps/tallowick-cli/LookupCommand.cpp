@@ -4,7 +4,7 @@
 #include "localisation/LanguageText.h"
 #include "platform/net/InetControl.h"
 #include "scan/ScanOSWord.h"
-#include "scan/UpdateComponent.h"
+#include "scan/modUpdateCOmponent.h"
 #include "scan/UpdateRecord.h"
 #include "state/ProductNames.h"
 #include "state/SettingNames.h"

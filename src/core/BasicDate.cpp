@@ -8,7 +8,7 @@
 #include "core/DatePicture.h"
 #include "core/LooseDate.h"
 
-namespace basic {
+namespace core {
 
 namespace {
 
@@ -234,4 +234,4 @@ int datePart(const QString& interval, const QDateTime& date, int firstDayOfWeek)
     return 0;
 }
 
-}  // namespace basic
+}  // namespace core

@@ -10,7 +10,7 @@
 // Basic's date functions on QDateTime. Basic's dates are wall-clock values in whole seconds:
 // these functions read and build local date-times by their date and time of day, so a change of
 // daylight saving time shifts nothing, and milliseconds are not written.
-namespace basic {
+namespace core {
 
 // Basic's text of a date: the date alone at midnight, the time alone on the zero date,
 // otherwise the date, a blank and the time. Empty for an invalid date-time.
@@ -49,4 +49,4 @@ int weekday(const QDateTime& date, int firstDayOfWeek = 1);
 // know.
 int datePart(const QString& interval, const QDateTime& date, int firstDayOfWeek = 1);
 
-}  // namespace basic
+}  // namespace core

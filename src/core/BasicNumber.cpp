@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-namespace basic {
+namespace core {
 
 namespace {
 
@@ -202,4 +202,4 @@ double val(const QString& text) {
     return negative ? -value : value;
 }
 
-}  // namespace basic
+}  // namespace core

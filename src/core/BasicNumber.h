@@ -6,7 +6,7 @@
 
 // Basic's number tests and conversions of text, with the number conventions of the system the
 // program was designed on: "." is the decimal point and "," a thousands separator.
-namespace basic {
+namespace core {
 
 // Basic's IsNumeric: blanks, tabs and line breaks around; one sign before or after; digits with
 // "," anywhere in the whole part; one "."; an exponent ("1e3", "1.5E-2", "2D3"); or a &H
@@ -29,4 +29,4 @@ std::optional<qint32> cLng(const QString& text);
 // beyond 32 bits gives 0, where Basic raises an overflow.
 double val(const QString& text);
 
-}  // namespace basic
+}  // namespace core

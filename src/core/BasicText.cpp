@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace basic {
+namespace core {
 
 namespace {
 
@@ -148,4 +148,4 @@ bool textCompare(const QString& a, const QString& b) {
     return QString::compare(a, b, Qt::CaseInsensitive) == 0;
 }
 
-}  // namespace basic
+}  // namespace core

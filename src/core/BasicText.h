@@ -5,7 +5,7 @@
 // The string functions of Basic with the exact behaviour the program's rules rely on. Positions
 // are 1-based as in Basic, and out-of-range arguments are tolerated instead of raising
 // "invalid procedure call".
-namespace basic {
+namespace core {
 
 // Basic's Split: an empty text gives no element at all, an empty delimiter gives the whole text
 // as one element, a trailing delimiter gives a last empty element. A positive limit caps the
@@ -50,4 +50,4 @@ QString ucase(const QString& text);
 // True when the two texts are equal under Basic's text comparison, which ignores case.
 bool textCompare(const QString& a, const QString& b);
 
-}  // namespace basic
+}  // namespace core

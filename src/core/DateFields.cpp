@@ -2,7 +2,7 @@
 
 #include "core/DateFormats.h"
 
-namespace basic::detail {
+namespace core::detail {
 
 namespace {
 
@@ -79,4 +79,4 @@ std::optional<QDateTime> toDateTime(const DateFields& fields) {
     return QDateTime(date, time);
 }
 
-}  // namespace basic::detail
+}  // namespace core::detail

@@ -5,7 +5,7 @@
 #include <optional>
 
 // What the two date readers, by picture and loose, share.
-namespace basic::detail {
+namespace core::detail {
 
 // The numbers a date or time text gave, before they are checked and put together.
 struct DateFields {
@@ -41,4 +41,4 @@ std::optional<DateFields::Half> readDesignator(const QString& text, qsizetype& a
 // date part is incomplete.
 std::optional<QDateTime> toDateTime(const DateFields& fields);
 
-}  // namespace basic::detail
+}  // namespace core::detail

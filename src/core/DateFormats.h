@@ -2,7 +2,7 @@
 #include <QDate>
 #include <QString>
 
-namespace basic {
+namespace core {
 
 // The system's date and time formats, read by the caller from the locale. The pictures use the
 // Windows notation: d, dd, M, MM, y, yy, yyyy for the date; h, hh (12-hour clock), H, HH (24-hour
@@ -26,4 +26,4 @@ inline bool inBasicRange(QDate date) {
     return date.isValid() && date.year() >= 100 && date.year() <= 9999;
 }
 
-}  // namespace basic
+}  // namespace core

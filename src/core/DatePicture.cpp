@@ -2,7 +2,7 @@
 
 #include "core/DateFields.h"
 
-namespace basic::detail {
+namespace core::detail {
 
 namespace {
 
@@ -175,4 +175,4 @@ std::optional<QDateTime> parseWithPicture(const QString& text, const QString& pi
     return toDateTime(fields);
 }
 
-}  // namespace basic::detail
+}  // namespace core::detail

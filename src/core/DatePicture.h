@@ -7,7 +7,7 @@
 
 #include "core/DateFormats.h"
 
-namespace basic::detail {
+namespace core::detail {
 
 // One element of a Windows date or time picture: a run of one field letter ("yyyy", "tt") or a
 // piece of literal text (letter null).
@@ -28,4 +28,4 @@ QString formatWithPicture(const QDateTime& value, const QString& picture,
 std::optional<QDateTime> parseWithPicture(const QString& text, const QString& picture,
                                           const DateFormats& formats);
 
-}  // namespace basic::detail
+}  // namespace core::detail

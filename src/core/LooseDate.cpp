@@ -7,7 +7,7 @@
 #include "core/DateFields.h"
 #include "core/DatePicture.h"
 
-namespace basic::detail {
+namespace core::detail {
 
 namespace {
 
@@ -166,4 +166,4 @@ std::optional<QDateTime> parseLooseDate(const QString& text, const DateFormats& 
     return withDate(fields, date, order);
 }
 
-}  // namespace basic::detail
+}  // namespace core::detail

@@ -6,7 +6,7 @@
 
 #include "core/DateFormats.h"
 
-namespace basic::detail {
+namespace core::detail {
 
 // Reads a date-time the way Basic's CDate reads text that follows no picture exactly: a date of
 // three numbers separated by "/", "-", ".", "," or blanks, a time of numbers separated by ":"
@@ -16,4 +16,4 @@ namespace basic::detail {
 // reading does ("13/1/2015" is January 13 on a month-first system).
 std::optional<QDateTime> parseLooseDate(const QString& text, const DateFormats& formats);
 
-}  // namespace basic::detail
+}  // namespace core::detail

@@ -7,9 +7,9 @@ namespace localisation {
 QString FormStatementValue(const LanguageText& language, const QString& form,
                            const QString& statement) {
     for (const QString& line : language.GetSection(language.applicationId() + u'_' + form)) {
-        const int equals = basic::inStr(1, line, QStringLiteral("="));
+        const int equals = core::inStr(1, line, QStringLiteral("="));
         if (equals > 1 &&
-            basic::textCompare(basic::trim(basic::left(line, equals - 1)), statement)) {
+            core::textCompare(core::trim(core::left(line, equals - 1)), statement)) {
             return language.ProcessLanguageLine(line);
         }
     }

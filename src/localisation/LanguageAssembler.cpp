@@ -152,13 +152,13 @@ bool LanguageAssembler::AssembleLanguageFile(QString& errorText) {
 }
 
 bool LanguageAssembler::readSourceList(const QString& listText, QString& errorText) {
-    const QStringList lines = basic::split(listText, kCrLf);
+    const QStringList lines = core::split(listText, kCrLf);
     for (int number = 0; number < lines.size(); ++number) {
         const QString& line = lines[number];
-        if (basic::trim(line).startsWith(u';') || !line.contains(u"file=")) {
+        if (core::trim(line).startsWith(u';') || !line.contains(u"file=")) {
             continue;
         }
-        const QStringList parts = basic::split(line, QStringLiteral("="));
+        const QStringList parts = core::split(line, QStringLiteral("="));
         if (parts.size() != 2) {
             errorText = QStringLiteral("Error in LanguageLoader.ini line ") +
                         QString::number(number + 1) + QStringLiteral(" - ") + line;
@@ -184,11 +184,11 @@ bool LanguageAssembler::AppendSourceFile(const QString& path, QString& errorText
     if (!fileIO_.ReadUTF8File(path, text, errorText, false, false, false)) {
         return false;
     }
-    const int from = basic::inStr(1, path, kSourceFolder);
+    const int from = core::inStr(1, path, kSourceFolder);
     if (from == 0) {
         throw Fault{basicerror::InvalidProcedureCall};
     }
-    const QString source = basic::mid(path, from);
+    const QString source = core::mid(path, from);
     if (!ExtractCodeStrings(text, source, errorText)) {
         return false;
     }
@@ -208,7 +208,7 @@ bool LanguageAssembler::ExtractCodeStrings(QString& text, const QString& source,
     // When the search would begin again where it began, the loop could never end: the first
     // code-strings section found is commented out and a live one follows it.
     const auto unreachable = [&](int start) {
-        if (basic::inStr(start + kHeadReach, text, marker) == 0) {
+        if (core::inStr(start + kHeadReach, text, marker) == 0) {
             return false;
         }
         errorText = QStringLiteral("CodeString section ") + QString::number(records_.size() + 1) +
@@ -219,8 +219,8 @@ bool LanguageAssembler::ExtractCodeStrings(QString& text, const QString& source,
         return true;
     };
     int start = 0;
-    while (basic::inStr(start + kHeadReach, text, marker) != 0) {
-        const int found = basic::inStr(1, text, marker);
+    while (core::inStr(start + kHeadReach, text, marker) != 0) {
+        const int found = core::inStr(1, text, marker);
         if (found == 0) {
             errorText = QStringLiteral("Could not locate CodeString section ") +
                         QString::number(records_.size() + 1);
@@ -231,7 +231,7 @@ bool LanguageAssembler::ExtractCodeStrings(QString& text, const QString& source,
             --lineStart;
         }
         start = lineStart;
-        int next = basic::inStr(start + kHeadReach, text, QStringLiteral("[["));
+        int next = core::inStr(start + kHeadReach, text, QStringLiteral("[["));
         if (next == 0) {
             next = static_cast<int>(text.size());
         }
@@ -241,8 +241,8 @@ bool LanguageAssembler::ExtractCodeStrings(QString& text, const QString& source,
             }
             continue;
         }
-        const QString section = basic::mid(text, start, next - start + 1);
-        const QString head = basic::trim(basic::splitOne(section, kCrLf).constFirst());
+        const QString section = core::mid(text, start, next - start + 1);
+        const QString head = core::trim(core::splitOne(section, kCrLf).constFirst());
         if (head.startsWith(u';')) {
             if (unreachable(start)) {
                 return false;
@@ -253,7 +253,7 @@ bool LanguageAssembler::ExtractCodeStrings(QString& text, const QString& source,
             throw Fault{basicerror::Overflow};
         }
         records_.append({head, RemoveCommentLines(section, kCommentMarker, true), source});
-        text = basic::left(text, start - 1) + basic::mid(text, next + 1);
+        text = core::left(text, start - 1) + core::mid(text, next + 1);
         text = RemoveCommentLines(text, kCommentMarker, false);
         start = 0;
     }
@@ -262,7 +262,7 @@ bool LanguageAssembler::ExtractCodeStrings(QString& text, const QString& source,
 
 QString LanguageAssembler::RemoveCommentLines(const QString& text, const QString& marker,
                                               bool skipFirstLine) {
-    const QStringList lines = basic::split(text, kCrLf);
+    const QStringList lines = core::split(text, kCrLf);
     QStringList kept;
     for (qsizetype i = skipFirstLine ? 1 : 0; i < lines.size(); ++i) {
         if (!lines[i].contains(marker)) {
@@ -291,17 +291,17 @@ bool LanguageAssembler::ResolveAllVariables(QString& errorText) {
     errorText.clear();
     language_.InitCodeStrings();
     const QString productName = QStringLiteral("{strLoc_CS_ProductName_{#AppID}}");
-    QStringList lines = basic::split(language_.GetLanguageText(), kCrLf);
+    QStringList lines = core::split(language_.GetLanguageText(), kCrLf);
     for (QString& line : lines) {
-        const QString trimmed = basic::trim(line);
+        const QString trimmed = core::trim(line);
         if (trimmed.isEmpty() || trimmed.startsWith(u';')) {
             continue;
         }
         QString separator = QStringLiteral("==");
-        QStringList parts = basic::split(line, separator);
+        QStringList parts = core::split(line, separator);
         if (parts.size() != 2) {
             separator = QStringLiteral("=");
-            parts = basic::split(line, separator);
+            parts = core::split(line, separator);
         }
         if (parts.size() != 2) {
             continue;

@@ -50,16 +50,16 @@ QStringList LanguageText::GetSection(QString& name) const {
     if (!name.endsWith(u"]]")) {
         name.append(u"]]");
     }
-    const int start = basic::inStr(1, text_, name);
+    const int start = core::inStr(1, text_, name);
     if (start == 0) {
         return {QString()};
     }
-    const int next = basic::inStr(start + 2, text_, QStringLiteral("[["));
+    const int next = core::inStr(start + 2, text_, QStringLiteral("[["));
     // Without a following section the length stops one short of the end of the text.
     const int length = next > 0 ? next - start : static_cast<int>(text_.size()) - start;
     QStringList lines;
-    for (const QString& raw : basic::split(basic::mid(text_, start, length), kCrLf)) {
-        const QString line = basic::trim(raw);
+    for (const QString& raw : core::split(core::mid(text_, start, length), kCrLf)) {
+        const QString line = core::trim(raw);
         if (!line.isEmpty() && !line.startsWith(u';')) {
             lines.append(line);
         }
@@ -95,7 +95,7 @@ void LanguageText::indexCodeStrings() {
         if (equals < 0) {
             continue;
         }
-        const QString key = basic::trim(line.left(equals));
+        const QString key = core::trim(line.left(equals));
         if (line.startsWith(key) && !index_.contains(key)) {
             index_.insert(key, i);
         }
@@ -133,14 +133,14 @@ QString LanguageText::cycleError(const QString& name) const {
 }
 
 QString LanguageText::ProcessLanguageLine(const QString& line) const {
-    QStringList parts = basic::split(line, QStringLiteral("=="));
+    QStringList parts = core::split(line, QStringLiteral("=="));
     if (parts.size() != 2) {
-        parts = basic::split(line, QStringLiteral("="));
+        parts = core::split(line, QStringLiteral("="));
     }
     if (parts.size() != 2) {
         return QStringLiteral("Error in function ProcessLanguageLine: ") + line;
     }
-    QString value = StripQuotes(basic::trim(parts[1]));
+    QString value = StripQuotes(core::trim(parts[1]));
     if (value.contains(u'{')) {
         value = ResolveVariables(value);
     }
@@ -157,10 +157,10 @@ QString LanguageText::ResolveVariables(QString text) const {
             text.replace(QStringLiteral("{#AppID}"), applicationId_);
             text.replace(QStringLiteral("{#"), QStringLiteral(">>>"));
         }
-        const int open = basic::inStr(1, text, QStringLiteral("{"));
-        const int close = open > 0 ? basic::inStr(open, text, QStringLiteral("}")) : 0;
+        const int open = core::inStr(1, text, QStringLiteral("{"));
+        const int close = open > 0 ? core::inStr(open, text, QStringLiteral("}")) : 0;
         if (close > 0) {
-            const QString name = basic::mid(text, open + 1, close - open - 1);
+            const QString name = core::mid(text, open + 1, close - open - 1);
             const QString placeholder = u'{' + name + u'}';
             if (isVariableName(name)) {
                 QString value = GetStrLocValue(name);
@@ -173,7 +173,7 @@ QString LanguageText::ResolveVariables(QString text) const {
                     text.replace(placeholder, value);
                 }
             }
-            if (basic::lcase(basic::left(name, 3)) == u"mnu") {
+            if (core::lcase(core::left(name, 3)) == u"mnu") {
                 text.replace(placeholder, name);
             }
         }
@@ -189,8 +189,8 @@ QString LanguageText::ResolveVariables(QString text) const {
 
 QStringList LanguageText::FillComboFromLanguage(const QString& name) const {
     QStringList entries;
-    for (const QString& entry : basic::split(GetStrLocValue(name), QStringLiteral("|"))) {
-        entries.append(basic::trim(entry));
+    for (const QString& entry : core::split(GetStrLocValue(name), QStringLiteral("|"))) {
+        entries.append(core::trim(entry));
     }
     return entries;
 }

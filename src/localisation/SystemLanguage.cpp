@@ -10,7 +10,7 @@ QString GetSystemLanguage(platform::Environment& environment) {
     // The locale's name is plain ASCII ("ENU", "DEU").
     const QString name =
         QString::fromLatin1(environment.GetLocaleInfoA(platform::localeinfo::AbbrevLangName));
-    const QString language = basic::left(basic::lcase(name), 2);
+    const QString language = core::left(core::lcase(name), 2);
     if (language == u"ge") {
         return QStringLiteral("de");
     }

@@ -42,12 +42,12 @@ int IgnoreList::LoadIgnoredToList() {
     view_.beginRows();
     entries_.InitList(kFields - 1, 16);
     for (const QString& line : lst_.lstIgnoreListFile) {
-        QStringList fields = basic::split(line, QStringLiteral("|"));
+        QStringList fields = core::split(line, QStringLiteral("|"));
         while (fields.size() < kFields + 1) {
             fields << QString();
         }
-        if (basic::trim(fields[1]).isEmpty() && basic::trim(fields[2]).isEmpty() &&
-            basic::trim(fields[3]).isEmpty()) {
+        if (core::trim(fields[1]).isEmpty() && core::trim(fields[2]).isEmpty() &&
+            core::trim(fields[3]).isEmpty()) {
             continue;
         }
         QStringList shown;

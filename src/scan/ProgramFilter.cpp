@@ -10,7 +10,7 @@ namespace {
 const QString kCrLf = QStringLiteral("\r\n");
 
 QString lc(const QString& text) {
-    return basic::lcase(text);
+    return core::lcase(text);
 }
 
 bool sameNotEmpty(const QString& a, const QString& b) {
@@ -107,38 +107,38 @@ QString ProgramFilter::test(const Candidate& c) {
 
     // The English words are compared whatever the language in use.
     QString verdict;
-    if (basic::trim(c.name).isEmpty()) {
+    if (core::trim(c.name).isEmpty()) {
         verdict = "no name";
     } else if (lc(c.name) == "unavailable") {
         verdict = "name unavailable";
-    } else if (basic::left(lc(c.name), 22) == "windows driver package") {
+    } else if (core::left(lc(c.name), 22) == "windows driver package") {
         verdict = "Windows driver package";
-    } else if (basic::trim(c.publisher).isEmpty()) {
+    } else if (core::trim(c.publisher).isEmpty()) {
         verdict = "no publisher";
     } else if (lc(c.publisher) == "unavailable") {
         verdict = "publisher unavailable";
-    } else if (basic::trim(c.version).isEmpty()) {
+    } else if (core::trim(c.version).isEmpty()) {
         verdict = "no version";
     } else if (ignored) {
         verdict = "Ignore 1";
     } else if (!duplicate.isEmpty()) {
         verdict = duplicate;
-    } else if (basic::trim(c.exePath).isEmpty() && basic::trim(c.folder).isEmpty() &&
-               basic::trim(c.exeName).isEmpty()) {
+    } else if (core::trim(c.exePath).isEmpty() && core::trim(c.folder).isEmpty() &&
+               core::trim(c.exeName).isEmpty()) {
         verdict = "no path";
     }
     if (!verdict.isEmpty()) {
         return verdict;
     }
 
-    const int row = detected_.ItemAdd(basic::trim(c.exePath)) - 1;
+    const int row = detected_.ItemAdd(core::trim(c.exePath)) - 1;
     const QString columns[] = {c.folder, c.exeName, c.name, c.publisher, c.version, c.fileVersion};
     for (int sub = 1; sub <= 6; ++sub) {
-        detected_.SubItemSet(row, sub, basic::trim(columns[sub - 1]));
+        detected_.SubItemSet(row, sub, core::trim(columns[sub - 1]));
     }
-    scanLog_.append("   Program detected: " + basic::trim(c.name) + " (" +
-                    basic::trim(c.publisher) + ") " + basic::trim(c.version) + " (" +
-                    basic::trim(c.fileVersion) + "), " + basic::trim(c.folder));
+    scanLog_.append("   Program detected: " + core::trim(c.name) + " (" +
+                    core::trim(c.publisher) + ") " + core::trim(c.version) + " (" +
+                    core::trim(c.fileVersion) + "), " + core::trim(c.folder));
     return QStringLiteral("accepted");
 }
 

@@ -34,8 +34,8 @@ constexpr const char* kForcedScanDone = "30000";
 // The date and the time of now, two blanks between them, as the activity log writes them.
 QString logTime(platform::Platform& platform) {
     const QDateTime now = state::LocalNow(platform);
-    const basic::DateFormats formats = state::systemDateFormats(platform);
-    return basic::formatDate(now, formats) + QStringLiteral("  ") + basic::formatTime(now, formats);
+    const core::DateFormats formats = state::systemDateFormats(platform);
+    return core::formatDate(now, formats) + QStringLiteral("  ") + core::formatTime(now, formats);
 }
 
 bool isOn(state::modSettings& settings, state::setting::Key key) {
@@ -169,14 +169,14 @@ bool ScanDriver::lookUp(const QString& osWord, QStringList& scanLog) {
     for (int i = 1; i <= n && parts_.control.bInProcess; ++i) {
         const int at = i - 1;
         const WorkRow row{
-            basic::trim(work.SubItemText(at, 3)), basic::trim(work.SubItemText(at, 4)),
-            basic::trim(work.SubItemText(at, 6)), basic::trim(work.SubItemText(at, 5)),
-            basic::trim(work.SubItemText(at, 2)), basic::trim(work.ItemText(at)),
-            basic::trim(work.SubItemText(at, 1))};
+            core::trim(work.SubItemText(at, 3)), core::trim(work.SubItemText(at, 4)),
+            core::trim(work.SubItemText(at, 6)), core::trim(work.SubItemText(at, 5)),
+            core::trim(work.SubItemText(at, 2)), core::trim(work.ItemText(at)),
+            core::trim(work.SubItemText(at, 1))};
         const QString beta = QStringLiteral(" beta");
-        const bool isBeta = basic::lcase(row.name).contains(beta) ||
-                            basic::lcase(row.exePath).contains(beta) ||
-                            basic::lcase(row.folder).contains(beta);
+        const bool isBeta = core::lcase(row.name).contains(beta) ||
+                            core::lcase(row.exePath).contains(beta) ||
+                            core::lcase(row.folder).contains(beta);
         if (!row.name.isEmpty() && !row.publisher.isEmpty() && !row.version.isEmpty()) {
             const QString packed = parts_.component.RetrieveUpdate(
                 encode(row.name), encode(row.publisher), encode(row.fileVersion),
@@ -254,11 +254,11 @@ void ScanDriver::classify(const WorkRow& row, const UpdateRecord& record, QStrin
     for (int sub = 1; sub <= 6; ++sub) {
         results.SubItemSet(at, sub, subItems[sub - 1]);
     }
-    scanLog << QStringLiteral("   Update Found: ") + basic::trim(result.name) +
-                   QStringLiteral(" (") + basic::trim(result.publisher) + QStringLiteral(") ") +
-                   basic::trim(result.availableText) + QStringLiteral(" (") +
-                   basic::trim(result.installedText) + QStringLiteral("), ") +
-                   basic::trim(result.path);
+    scanLog << QStringLiteral("   Update Found: ") + core::trim(result.name) +
+                   QStringLiteral(" (") + core::trim(result.publisher) + QStringLiteral(") ") +
+                   core::trim(result.availableText) + QStringLiteral(" (") +
+                   core::trim(result.installedText) + QStringLiteral("), ") +
+                   core::trim(result.path);
     parts_.view.setTotalItemsDetected(QString::number(results.Count()));
     pump();
 }
@@ -290,7 +290,7 @@ void ScanDriver::close(bool silent, bool lookupFailed, QStringList& scanLog) {
 
     settings.WriteSetting(LastScan, state::NowText(parts_.platform));
     // A count that is no number stays as it is.
-    if (const auto scans = basic::cLng(settings.ReadSetting(NumberOfScans, ZeroCount));
+    if (const auto scans = core::cLng(settings.ReadSetting(NumberOfScans, ZeroCount));
         scans && *scans < std::numeric_limits<qint32>::max()) {
         settings.WriteSetting(NumberOfScans, QString::number(*scans + 1));
     }

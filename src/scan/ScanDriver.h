@@ -7,7 +7,7 @@
 #include "scan/IgnoreList.h"
 #include "scan/ScanControl.h"
 #include "scan/ScanPageView.h"
-#include "scan/UpdateComponent.h"
+#include "scan/modUpdateCOmponent.h"
 #include "scan/UpdateRecord.h"
 #include "state/ActivityLog.h"
 #include "state/ServiceChannel.h"

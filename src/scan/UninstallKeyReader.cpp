@@ -10,11 +10,11 @@ namespace {
 
 // A failed read answers "Error"; so does a value whose text is "error" in any case.
 bool missing(const QString& value) {
-    return basic::lcase(value) == QLatin1String("error");
+    return core::lcase(value) == QLatin1String("error");
 }
 
 QString withoutQuotes(const QString& text) {
-    return basic::replace(text, "\"", "");
+    return core::replace(text, "\"", "");
 }
 
 }  // namespace
@@ -36,7 +36,7 @@ bool UninstallKeyReader::folderExists(const QString& path) {
 }
 
 std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
-    if (basic::trim(registry_.GetDwordValue(key, "SystemComponent").toString()) == "1") {
+    if (core::trim(registry_.GetDwordValue(key, "SystemComponent").toString()) == "1") {
         return std::nullopt;
     }
     Candidate c;
@@ -49,7 +49,7 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
         icon = icon.left(comma);
     }
     if (fileExists(icon) && !missing(icon)) {
-        c.exePath = basic::replace(icon, "\\\\", "\\");
+        c.exePath = core::replace(icon, "\\\\", "\\");
         c.exeName = state::GetFileName(c.exePath);
         c.fileVersion = versionReader_.GetFixedFileVersion(c.exePath);
     }
@@ -65,7 +65,7 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
         }
     }
     // The hidden uninstall folders of system updates are no program folders.
-    if (folderExists(location) && basic::lcase(basic::left(location, 12)) != "c:\\windows\\$") {
+    if (folderExists(location) && core::lcase(core::left(location, 12)) != "c:\\windows\\$") {
         c.folder = location;
     }
     if (c.folder.isEmpty()) {
@@ -85,11 +85,11 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
     }
     // The text removed is q long, not q - p + 1: what follows the bracket goes too when it
     // fits in that length.
-    const int open = basic::inStr(1, c.version, "(");
-    const int close = basic::inStr(1, c.version, ")");
+    const int open = core::inStr(1, c.version, "(");
+    const int close = core::inStr(1, c.version, ")");
     if (open > 0 && close > 0 && open < close) {
-        const int last = basic::inStrRev(c.version, ")");
-        c.version = basic::replace(c.version, basic::mid(c.version, open, last), "");
+        const int last = core::inStrRev(c.version, ")");
+        c.version = core::replace(c.version, core::mid(c.version, open, last), "");
     }
 
     c.publisher = registry_.GetStringValue(key, "Publisher");

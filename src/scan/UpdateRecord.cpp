@@ -85,12 +85,12 @@ QString PackUpdateRecord(const UpdateRecord& record) {
 }
 
 std::optional<UpdateRecord> UnpackUpdateRecord(const QString& text) {
-    const QStringList parts = basic::split(text, kSeparator);
+    const QStringList parts = core::split(text, kSeparator);
     if (parts.size() < 11) {
         return std::nullopt;
     }
-    const auto status = basic::cLng(parts[10]);
-    if (!basic::isNumeric(parts[10]) || !status || *status < -32768 || *status > 32767) {
+    const auto status = core::cLng(parts[10]);
+    if (!core::isNumeric(parts[10]) || !status || *status < -32768 || *status > 32767) {
         return std::nullopt;
     }
     return UpdateRecord{parts[0], parts[1], parts[2], parts[3], parts[4],       parts[5],

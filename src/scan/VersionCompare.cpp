@@ -23,11 +23,11 @@ QString cleanPart(const QString& part) {
 }
 
 QStringList versionParts(const QString& version) {
-    QStringList parts = basic::split(version, QStringLiteral("."));
+    QStringList parts = core::split(version, QStringLiteral("."));
     for (QString& part : parts) {
         part = cleanPart(part);
     }
-    return basic::split(parts.join(u'.'), QStringLiteral("."));
+    return core::split(parts.join(u'.'), QStringLiteral("."));
 }
 
 void padTo(QStringList& parts, const QStringList& other) {
@@ -43,9 +43,9 @@ QString withoutLeadingV(const QString& part) {
 // -1, 0 or 1 as available is older than, equal to or newer than installed. A number beyond
 // 32 bits compares as text.
 int comparePart(const QString& installed, const QString& available) {
-    if (basic::isNumeric(installed) && basic::isNumeric(available)) {
-        const auto installedNumber = basic::cLng(installed);
-        const auto availableNumber = basic::cLng(available);
+    if (core::isNumeric(installed) && core::isNumeric(available)) {
+        const auto installedNumber = core::cLng(installed);
+        const auto availableNumber = core::cLng(available);
         if (installedNumber && availableNumber) {
             return (*availableNumber > *installedNumber) - (*availableNumber < *installedNumber);
         }

@@ -35,7 +35,7 @@ bool CommandFile::take() {
                        .arg(kSizeLimit));
     } else if (bytes) {
         const QString text = state::fromAnsi(platform_.codePage, *bytes);
-        for (const QString& line : basic::split(text, QStringLiteral("\r\n"))) {
+        for (const QString& line : core::split(text, QStringLiteral("\r\n"))) {
             if (!line.isEmpty()) {
                 carryOut(line);
             }
@@ -54,7 +54,7 @@ bool CommandFile::take() {
 
 void CommandFile::carryOut(const QString& line) {
     const QStringList fields = line.split(u'|');
-    const QString shown = basic::left(line, kLoggedLength);
+    const QString shown = core::left(line, kLoggedLength);
     if (const QString why = policy_.refusal(fields); !why.isEmpty()) {
         log_.write(QStringLiteral("refused: ") + why + QStringLiteral(": ") + shown);
         return;

@@ -48,16 +48,16 @@ const std::array<Switch, 12>& switches() {
 }  // namespace
 
 bool IsDebugCodeValid(const QString& code, const QDate& today) {
-    const QString lower = basic::lcase(code);
-    const QString monthCode = basic::mid(lower, 3, 2);
+    const QString lower = core::lcase(code);
+    const QString monthCode = core::mid(lower, 3, 2);
     int month = 0;
     for (size_t i = 0; i < kMonthCodes.size(); ++i) {
         if (monthCode == QLatin1String(kMonthCodes[i])) {
             month = int(i) + 1;
         }
     }
-    const QString dayText = basic::mid(lower, 8, 1) + basic::mid(lower, 7, 1);
-    return month == today.month() && basic::val(dayText) == today.day();
+    const QString dayText = core::mid(lower, 8, 1) + core::mid(lower, 7, 1);
+    return month == today.month() && core::val(dayText) == today.day();
 }
 
 bool ParseCommandLine(ProcessState& state, const QString& commandText, QString& errorText,
@@ -66,20 +66,20 @@ bool ParseCommandLine(ProcessState& state, const QString& commandText, QString& 
     state.languageId.clear();
     const QString text = commandText.isEmpty() ? QStringLiteral("/App=TW") : commandText;
 
-    for (const QString& piece : basic::split(text, QStringLiteral("/"))) {
+    for (const QString& piece : core::split(text, QStringLiteral("/"))) {
         if (piece.isEmpty()) {
             continue;
         }
-        const QStringList parts = basic::split(piece, QStringLiteral("="));
-        const QString key = basic::ucase(basic::trim(parts.value(0)));
-        const QString value = basic::trim(parts.value(1));
+        const QStringList parts = core::split(piece, QStringLiteral("="));
+        const QString key = core::ucase(core::trim(parts.value(0)));
+        const QString value = core::trim(parts.value(1));
 
         if (key == QLatin1String("LANGUAGE")) {
             if (value.size() != 2) {
                 errorText = "Error processing command line argument: " + piece;
                 break;
             }
-            state.languageId = basic::lcase(value);
+            state.languageId = core::lcase(value);
             continue;
         }
         bool known = false;

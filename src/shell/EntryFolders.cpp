@@ -8,7 +8,7 @@
 namespace shell {
 
 QString GetParentFolder(const QString& path, int levels) {
-    QStringList parts = basic::split(path, QStringLiteral("\\"));
+    QStringList parts = core::split(path, QStringLiteral("\\"));
     for (int i = 0; i < levels && !parts.isEmpty(); ++i) {
         parts.removeLast();
     }

@@ -4,7 +4,7 @@
 #include "localisation/SystemLanguage.h"
 #include "state/LanguageSetting.h"
 #include "state/ProductNames.h"
-#include "state/UniMsgBox.h"
+#include "state/UniMessageBox.h"
 
 namespace shell {
 

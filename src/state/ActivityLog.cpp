@@ -33,7 +33,7 @@ void ActivityLog::ClearLargeLogfile() {
         return;
     }
     const double megabytes =
-        basic::val(settings_.ReadSetting(setting::MaximumLogSize, setting::MaximumLogSizeDefault));
+        core::val(settings_.ReadSetting(setting::MaximumLogSize, setting::MaximumLogSizeDefault));
     if (megabytes * 1024 * 1024 <= double(*size)) {
         empty();
     }
@@ -42,7 +42,7 @@ void ActivityLog::ClearLargeLogfile() {
 void ActivityLog::txtLogSize_Change(const QString& text,
                                     const std::function<void(const QString&)>& setBox) {
     settings_.WriteSetting(setting::MaximumLogSize, text);
-    if (!basic::isNumeric(text)) {
+    if (!core::isNumeric(text)) {
         setBox(QLatin1String(setting::MaximumLogSizeDefault));
     }
 }

@@ -14,7 +14,7 @@ namespace {
 
 // "C:\A\B\C" less two elements is "C:\A".
 QString dropLastElements(const QString& path, int count) {
-    QStringList elements = basic::split(path, QStringLiteral("\\"));
+    QStringList elements = core::split(path, QStringLiteral("\\"));
     if (elements.size() <= count) {
         return {};
     }
@@ -127,10 +127,10 @@ QString DataFolders::ReplaceVariableFolders(const QString& path) const {
     };
     QString expanded = path;
     for (const auto& [name, folder] : anyCase) {
-        expanded = basic::replace(expanded, QLatin1String(name), *folder, true);
+        expanded = core::replace(expanded, QLatin1String(name), *folder, true);
     }
     for (const auto& [name, folder] : asWritten) {
-        expanded = basic::replace(expanded, QLatin1String(name), *folder);
+        expanded = core::replace(expanded, QLatin1String(name), *folder);
     }
     return expanded;
 }

@@ -38,12 +38,12 @@ void FileHelpers::UniqueFileName(QString& path) {
         return;
     }
     // A dot before the last separator belongs to a folder's name, not to an extension.
-    int dot = basic::inStrRev(path, QStringLiteral("."));
-    if (dot < basic::inStrRev(path, QStringLiteral("\\"))) {
+    int dot = core::inStrRev(path, QStringLiteral("."));
+    if (dot < core::inStrRev(path, QStringLiteral("\\"))) {
         dot = 0;
     }
-    const QString stem = dot > 0 ? basic::left(path, dot - 1) : path;
-    const QString extension = dot > 0 ? basic::mid(path, dot) : QString();
+    const QString stem = dot > 0 ? core::left(path, dot - 1) : path;
+    const QString extension = dot > 0 ? core::mid(path, dot) : QString();
     QString candidate;
     int number = 0;
     do {

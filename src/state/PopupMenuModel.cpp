@@ -8,7 +8,7 @@
 namespace state {
 
 bool PopupMenuModel::HB_CreatePopupMenu(const QString& menuLine, int defaultEntry) {
-    const QStringList parts = basic::split(menuLine, QStringLiteral("|"));
+    const QStringList parts = core::split(menuLine, QStringLiteral("|"));
     if (parts.isEmpty()) {
         return false;
     }

@@ -1,7 +1,7 @@
 #include "state/RuntimeErrors.h"
 
 #include "state/SystemDateFormats.h"
-#include "state/UniMsgBox.h"
+#include "state/UniMessageBox.h"
 
 namespace state {
 

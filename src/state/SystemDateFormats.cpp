@@ -8,8 +8,8 @@
 
 namespace state {
 
-basic::DateFormats systemDateFormats(platform::Platform& platform) {
-    basic::DateFormats formats;
+core::DateFormats systemDateFormats(platform::Platform& platform) {
+    core::DateFormats formats;
     const auto read = [&platform](std::uint32_t type, QString* into) {
         const std::string text = platform.environment.GetLocaleInfoA(type);
         if (!text.empty()) {
@@ -28,7 +28,7 @@ QDateTime LocalNow(platform::Platform& platform) {
 }
 
 QString NowText(platform::Platform& platform) {
-    return basic::formatDateTime(LocalNow(platform), systemDateFormats(platform));
+    return core::formatDateTime(LocalNow(platform), systemDateFormats(platform));
 }
 
 }  // namespace state

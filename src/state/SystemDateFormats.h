@@ -7,7 +7,7 @@
 namespace state {
 
 // The machine's short date and time formats, as dates are written and read everywhere.
-basic::DateFormats systemDateFormats(platform::Platform& platform);
+core::DateFormats systemDateFormats(platform::Platform& platform);
 
 // The clock's present moment in local time.
 QDateTime LocalNow(platform::Platform& platform);

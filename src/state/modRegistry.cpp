@@ -78,7 +78,7 @@ QString modRegistry::GetStringValue(const QString& keyPath, const QString& value
     const auto* text = reinterpret_cast<const char*>(buffer.data());
     const auto* end = static_cast<const char*>(std::memchr(text, 0, buffer.size()));
     const std::string bytes(text, end != nullptr ? size_t(end - text) : buffer.size());
-    return basic::trim(fromAnsi(codePage_, bytes));
+    return core::trim(fromAnsi(codePage_, bytes));
 }
 
 QVariant modRegistry::GetDwordValue(const QString& keyPath, const QString& valueName) {

@@ -25,13 +25,13 @@ Tracking::Tracking(state::modRegistry& registry, state::ServiceChannel& service,
 // through the buffer txtAppData, as it always has.
 QString Tracking::fact(const char* value) {
     lst_.txtAppData = registry_.GetStringValue(facts_.productKey, QString::fromLatin1(value));
-    const QString trimmed = basic::trim(lst_.txtAppData);
-    return basic::lcase(trimmed) == u"error" ? QString() : trimmed;
+    const QString trimmed = core::trim(lst_.txtAppData);
+    return core::lcase(trimmed) == u"error" ? QString() : trimmed;
 }
 
 void Tracking::refreshItemCount() {
     const QString caption = facts_.itemsDetected ? facts_.itemsDetected() : QString();
-    const auto count = basic::cLng(caption);
+    const auto count = core::cLng(caption);
     if (count && *count >= -32768 && *count <= 32767) {
         itemCount_ = qint16(*count);
     }
@@ -67,7 +67,7 @@ QString Tracking::factsQuery(const QString* action, const QString* origin) {
 void Tracking::SendTracking(const QString& action, const QString& origin, const QString& source) {
     refreshItemCount();
     const QString base = language_.GetStrLocValue(QStringLiteral("strURL_SH_Corporate")) + u'/' +
-                         basic::lcase(facts_.applicationId);
+                         core::lcase(facts_.applicationId);
     PostSilentURL(base + QStringLiteral("/tr.asp?source=") + source + factsQuery(&action, &origin));
 }
 
@@ -91,7 +91,7 @@ void Tracking::SendOnce(const QString& action, const TrackingGuard& guard) {
 
 bool Tracking::guardOpen(const TrackingGuard& guard) {
     lst_.txtAppData = registry_.GetStringValue(facts_.productKey, QString::fromLatin1(guard.value));
-    return basic::lcase(basic::trim(lst_.txtAppData)) == u"error";
+    return core::lcase(core::trim(lst_.txtAppData)) == u"error";
 }
 
 void Tracking::closeGuard(const TrackingGuard& guard) {

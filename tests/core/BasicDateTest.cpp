@@ -11,11 +11,11 @@ QDateTime at(int year, int month, int day, int hour = 0, int minute = 0, int sec
 }
 
 QDateTime timeOnly(int hour, int minute, int second = 0) {
-    return QDateTime(basic::zeroDate(), QTime(hour, minute, second));
+    return QDateTime(core::zeroDate(), QTime(hour, minute, second));
 }
 
-const basic::DateFormats american;
-const basic::DateFormats german{"dd.MM.yyyy", "HH:mm:ss", 2, "", ""};
+const core::DateFormats american;
+const core::DateFormats german{"dd.MM.yyyy", "HH:mm:ss", 2, "", ""};
 
 struct FormatCase {
     QDateTime value;
@@ -27,14 +27,14 @@ class FormatDateTimeTest : public testing::TestWithParam<FormatCase> {};
 
 TEST_P(FormatDateTimeTest, WritesAsBasicsCStr) {
     const FormatCase& c = GetParam();
-    EXPECT_EQ(basic::formatDateTime(c.value, american), c.american);
-    EXPECT_EQ(basic::formatDateTime(c.value, german), c.german);
+    EXPECT_EQ(core::formatDateTime(c.value, american), c.american);
+    EXPECT_EQ(core::formatDateTime(c.value, german), c.german);
 }
 
 TEST_P(FormatDateTimeTest, ReadsBackWhatItWrote) {
     const FormatCase& c = GetParam();
-    EXPECT_EQ(basic::cDate(c.american, american), c.value);
-    EXPECT_EQ(basic::cDate(c.german, german), c.value);
+    EXPECT_EQ(core::cDate(c.american, american), c.value);
+    EXPECT_EQ(core::cDate(c.german, german), c.value);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -50,24 +50,24 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(FormatDateTimeTest, DropsMilliseconds) {
     const QDateTime value(QDate(2015, 1, 2), QTime(0, 0, 0, 600));
-    EXPECT_EQ(basic::formatDateTime(value, american), "1/2/2015");
+    EXPECT_EQ(core::formatDateTime(value, american), "1/2/2015");
 }
 
 TEST(FormatDateTimeTest, RoundTripsPicturesWithLiteralTextAndDottedTimes) {
-    const basic::DateFormats japanese{"yyyy'年'M'月'd'日'", "H:mm:ss", 1, "午前", "午後"};
-    const basic::DateFormats finnish{"d.M.yyyy", "H.mm.ss", 2, "ap.", "ip."};
-    const basic::DateFormats korean{"yyyy-MM-dd", "tt h:mm:ss", 1, "오전", "오후"};
-    for (const basic::DateFormats& formats : {japanese, finnish, korean}) {
+    const core::DateFormats japanese{"yyyy'年'M'月'd'日'", "H:mm:ss", 1, "午前", "午後"};
+    const core::DateFormats finnish{"d.M.yyyy", "H.mm.ss", 2, "ap.", "ip."};
+    const core::DateFormats korean{"yyyy-MM-dd", "tt h:mm:ss", 1, "오전", "오후"};
+    for (const core::DateFormats& formats : {japanese, finnish, korean}) {
         for (const QDateTime& value : {at(2015, 3, 9, 21, 5, 7), at(1999, 11, 30)}) {
-            const QString text = basic::formatDateTime(value, formats);
-            EXPECT_EQ(basic::cDate(text, formats), value) << text.toStdString();
+            const QString text = core::formatDateTime(value, formats);
+            EXPECT_EQ(core::cDate(text, formats), value) << text.toStdString();
         }
     }
 }
 
 struct ReadCase {
     QString text;
-    const basic::DateFormats* formats;
+    const core::DateFormats* formats;
     std::optional<QDateTime> expected;
 };
 
@@ -75,8 +75,8 @@ class CDateTest : public testing::TestWithParam<ReadCase> {};
 
 TEST_P(CDateTest, ReadsLooseForms) {
     const ReadCase& c = GetParam();
-    EXPECT_EQ(basic::cDate(c.text, *c.formats), c.expected);
-    EXPECT_EQ(basic::isDate(c.text, *c.formats), c.expected.has_value());
+    EXPECT_EQ(core::cDate(c.text, *c.formats), c.expected);
+    EXPECT_EQ(core::isDate(c.text, *c.formats), c.expected.has_value());
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -17,7 +17,7 @@ struct NumericCase {
 class IsNumericTest : public testing::TestWithParam<NumericCase> {};
 
 TEST_P(IsNumericTest, FollowsBasic) {
-    EXPECT_EQ(basic::isNumeric(GetParam().text), GetParam().numeric);
+    EXPECT_EQ(core::isNumeric(GetParam().text), GetParam().numeric);
 }
 
 INSTANTIATE_TEST_SUITE_P(Numbers, IsNumericTest,
@@ -44,14 +44,14 @@ INSTANTIATE_TEST_SUITE_P(NotNumbers, IsNumericTest,
                                          NumericCase{"&X1", false}));
 
 TEST(CDblTest, ReadsTheValue) {
-    EXPECT_EQ(basic::cDbl("12,5"), 125.0);
-    EXPECT_EQ(basic::cDbl("1e3"), 1000.0);
-    EXPECT_EQ(basic::cDbl("1.5E-2"), 0.015);
-    EXPECT_EQ(basic::cDbl(" 5- "), -5.0);
-    EXPECT_EQ(basic::cDbl("&HFFFFFFFF"), -1.0);
-    EXPECT_EQ(basic::cDbl("&O17"), 15.0);
-    EXPECT_EQ(basic::cDbl("1e-999"), 0.0);
-    EXPECT_EQ(basic::cDbl("x"), std::nullopt);
+    EXPECT_EQ(core::cDbl("12,5"), 125.0);
+    EXPECT_EQ(core::cDbl("1e3"), 1000.0);
+    EXPECT_EQ(core::cDbl("1.5E-2"), 0.015);
+    EXPECT_EQ(core::cDbl(" 5- "), -5.0);
+    EXPECT_EQ(core::cDbl("&HFFFFFFFF"), -1.0);
+    EXPECT_EQ(core::cDbl("&O17"), 15.0);
+    EXPECT_EQ(core::cDbl("1e-999"), 0.0);
+    EXPECT_EQ(core::cDbl("x"), std::nullopt);
 }
 
 struct CLngCase {
@@ -62,7 +62,7 @@ struct CLngCase {
 class CLngTest : public testing::TestWithParam<CLngCase> {};
 
 TEST_P(CLngTest, RoundsToEvenAndOverflows) {
-    EXPECT_EQ(basic::cLng(GetParam().text), GetParam().expected);
+    EXPECT_EQ(core::cLng(GetParam().text), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -84,7 +84,7 @@ struct ValCase {
 class ValTest : public testing::TestWithParam<ValCase> {};
 
 TEST_P(ValTest, ReadsTheLeadingNumber) {
-    EXPECT_DOUBLE_EQ(basic::val(GetParam().text), GetParam().expected);
+    EXPECT_DOUBLE_EQ(core::val(GetParam().text), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -99,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ValCase{"TWUS_1_2_3.exe,x", 0}, ValCase{"-9997", -9997}));
 
 TEST(ValTest, ANumberBeyondADoubleIsInfinite) {
-    EXPECT_TRUE(std::isinf(basic::val("1e999")));
+    EXPECT_TRUE(std::isinf(core::val("1e999")));
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ class SplitTest : public testing::TestWithParam<SplitCase> {};
 
 TEST_P(SplitTest, FollowsBasic) {
     const SplitCase& c = GetParam();
-    EXPECT_EQ(basic::split(c.text, c.delimiter, c.limit), c.expected);
+    EXPECT_EQ(core::split(c.text, c.delimiter, c.limit), c.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -32,15 +32,15 @@ INSTANTIATE_TEST_SUITE_P(
                     SplitCase{"a,b", ",", 5, {"a", "b"}}, SplitCase{"a,b", ",", 0, {}}));
 
 TEST(SplitOneTest, GivesOneEmptyElementForAnEmptyText) {
-    EXPECT_EQ(basic::splitOne("", "|"), QStringList{""});
-    EXPECT_EQ(basic::splitOne("a|", "|"), (QStringList{"a", ""}));
+    EXPECT_EQ(core::splitOne("", "|"), QStringList{""});
+    EXPECT_EQ(core::splitOne("a|", "|"), (QStringList{"a", ""}));
 }
 
 TEST(TrimTest, RemovesBlanksOnly) {
-    EXPECT_EQ(basic::trim("  \ta b\r\n  "), "\ta b\r\n");
-    EXPECT_EQ(basic::ltrim("  a  "), "a  ");
-    EXPECT_EQ(basic::rtrim("  a  "), "  a");
-    EXPECT_EQ(basic::trim("   "), "");
+    EXPECT_EQ(core::trim("  \ta b\r\n  "), "\ta b\r\n");
+    EXPECT_EQ(core::ltrim("  a  "), "a  ");
+    EXPECT_EQ(core::rtrim("  a  "), "  a");
+    EXPECT_EQ(core::trim("   "), "");
 }
 
 struct InStrCase {
@@ -55,7 +55,7 @@ class InStrTest : public testing::TestWithParam<InStrCase> {};
 
 TEST_P(InStrTest, FollowsBasic) {
     const InStrCase& c = GetParam();
-    EXPECT_EQ(basic::inStr(c.start, c.text, c.search, c.caseInsensitive), c.expected);
+    EXPECT_EQ(core::inStr(c.start, c.text, c.search, c.caseInsensitive), c.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -78,7 +78,7 @@ class InStrRevTest : public testing::TestWithParam<InStrRevCase> {};
 
 TEST_P(InStrRevTest, FollowsBasic) {
     const InStrRevCase& c = GetParam();
-    EXPECT_EQ(basic::inStrRev(c.text, c.search, c.start), c.expected);
+    EXPECT_EQ(core::inStrRev(c.text, c.search, c.start), c.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -90,39 +90,39 @@ INSTANTIATE_TEST_SUITE_P(
                     InStrRevCase{"", "a", -1, 0}));
 
 TEST(InStrRevTest, IgnoresCaseOnRequest) {
-    EXPECT_EQ(basic::inStrRev("Log.TXT", ".txt", -1, true), 4);
-    EXPECT_EQ(basic::inStrRev("Log.TXT", ".txt"), 0);
+    EXPECT_EQ(core::inStrRev("Log.TXT", ".txt", -1, true), 4);
+    EXPECT_EQ(core::inStrRev("Log.TXT", ".txt"), 0);
 }
 
 TEST(SubstringTest, ToleratesCountsBeyondTheText) {
-    EXPECT_EQ(basic::left("abc", 5), "abc");
-    EXPECT_EQ(basic::left("abc", -1), "");
-    EXPECT_EQ(basic::right("abc", 2), "bc");
-    EXPECT_EQ(basic::right("abc", -2), "");
-    EXPECT_EQ(basic::mid("abc", 2), "bc");
-    EXPECT_EQ(basic::mid("abc", 2, 1), "b");
-    EXPECT_EQ(basic::mid("abc", 3, 10), "c");
-    EXPECT_EQ(basic::mid("abc", 4), "");
-    EXPECT_EQ(basic::mid("abc", 0, 2), "ab");
+    EXPECT_EQ(core::left("abc", 5), "abc");
+    EXPECT_EQ(core::left("abc", -1), "");
+    EXPECT_EQ(core::right("abc", 2), "bc");
+    EXPECT_EQ(core::right("abc", -2), "");
+    EXPECT_EQ(core::mid("abc", 2), "bc");
+    EXPECT_EQ(core::mid("abc", 2, 1), "b");
+    EXPECT_EQ(core::mid("abc", 3, 10), "c");
+    EXPECT_EQ(core::mid("abc", 4), "");
+    EXPECT_EQ(core::mid("abc", 0, 2), "ab");
 }
 
 TEST(ReplaceTest, FollowsBasic) {
-    EXPECT_EQ(basic::replace("%WinDir%\\x %windir%", "%windir%", "C:\\W", true), "C:\\W\\x C:\\W");
-    EXPECT_EQ(basic::replace("%WinDir% %windir%", "%windir%", "W"), "%WinDir% W");
-    EXPECT_EQ(basic::replace("aaa", "aa", "b"), "ba");
-    EXPECT_EQ(basic::replace("abc", "", "x"), "abc");
+    EXPECT_EQ(core::replace("%WinDir%\\x %windir%", "%windir%", "C:\\W", true), "C:\\W\\x C:\\W");
+    EXPECT_EQ(core::replace("%WinDir% %windir%", "%windir%", "W"), "%WinDir% W");
+    EXPECT_EQ(core::replace("aaa", "aa", "b"), "ba");
+    EXPECT_EQ(core::replace("abc", "", "x"), "abc");
 }
 
 TEST(CaseTest, MapsEachCharacterAndKeepsTheLength) {
-    EXPECT_EQ(basic::ucase("straße"), "STRAßE");
-    EXPECT_EQ(basic::lcase("ÄB"), "äb");
-    EXPECT_EQ(basic::ucase("x\U00010428"), "X\U00010400");  // a pair of surrogates
+    EXPECT_EQ(core::ucase("straße"), "STRAßE");
+    EXPECT_EQ(core::lcase("ÄB"), "äb");
+    EXPECT_EQ(core::ucase("x\U00010428"), "X\U00010400");  // a pair of surrogates
 }
 
 TEST(TextCompareTest, IgnoresCaseOnly) {
-    EXPECT_TRUE(basic::textCompare("Error", "ERROR"));
-    EXPECT_FALSE(basic::textCompare("Error", "Error "));
-    EXPECT_FALSE(basic::textCompare("a", "b"));
+    EXPECT_TRUE(core::textCompare("Error", "ERROR"));
+    EXPECT_FALSE(core::textCompare("Error", "Error "));
+    EXPECT_FALSE(core::textCompare("a", "b"));
 }
 
 }  // namespace

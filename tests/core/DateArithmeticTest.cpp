@@ -24,8 +24,8 @@ class DateDiffTest : public testing::TestWithParam<DiffCase> {};
 
 TEST_P(DateDiffTest, CountsBoundariesCrossed) {
     const DiffCase& c = GetParam();
-    EXPECT_EQ(basic::dateDiff(c.interval, c.from, c.to, c.firstDayOfWeek), c.expected);
-    EXPECT_EQ(basic::dateDiff(c.interval, c.to, c.from, c.firstDayOfWeek), -c.expected);
+    EXPECT_EQ(core::dateDiff(c.interval, c.from, c.to, c.firstDayOfWeek), c.expected);
+    EXPECT_EQ(core::dateDiff(c.interval, c.to, c.from, c.firstDayOfWeek), -c.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -64,7 +64,7 @@ class DateAddTest : public testing::TestWithParam<AddCase> {};
 
 TEST_P(DateAddTest, FollowsBasic) {
     const AddCase& c = GetParam();
-    EXPECT_EQ(basic::dateAdd(c.interval, c.count, c.date), c.expected);
+    EXPECT_EQ(core::dateAdd(c.interval, c.count, c.date), c.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -88,33 +88,33 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(WeekdayTest, CountsFromTheFirstDayOfTheWeek) {
     const QDateTime sundayJan4 = at(2015, 1, 4, 12);
-    EXPECT_EQ(basic::weekday(sundayJan4), 1);
-    EXPECT_EQ(basic::weekday(sundayJan4, monday), 7);
-    EXPECT_EQ(basic::weekday(sundayJan4.addDays(1), monday), 1);
-    EXPECT_EQ(basic::weekday(sundayJan4.addDays(-1)), 7);
-    EXPECT_EQ(basic::datePart("w", sundayJan4, monday), 7);
+    EXPECT_EQ(core::weekday(sundayJan4), 1);
+    EXPECT_EQ(core::weekday(sundayJan4, monday), 7);
+    EXPECT_EQ(core::weekday(sundayJan4.addDays(1), monday), 1);
+    EXPECT_EQ(core::weekday(sundayJan4.addDays(-1)), 7);
+    EXPECT_EQ(core::datePart("w", sundayJan4, monday), 7);
 }
 
 TEST(DatePartTest, GivesEachPart) {
     const QDateTime value = at(2016, 12, 31, 13, 14, 15);
-    EXPECT_EQ(basic::datePart("yyyy", value), 2016);
-    EXPECT_EQ(basic::datePart("q", value), 4);
-    EXPECT_EQ(basic::datePart("m", value), 12);
-    EXPECT_EQ(basic::datePart("y", value), 366);
-    EXPECT_EQ(basic::datePart("d", value), 31);
-    EXPECT_EQ(basic::datePart("h", value), 13);
-    EXPECT_EQ(basic::datePart("n", value), 14);
-    EXPECT_EQ(basic::datePart("s", value), 15);
-    EXPECT_EQ(basic::datePart("x", value), 0);
+    EXPECT_EQ(core::datePart("yyyy", value), 2016);
+    EXPECT_EQ(core::datePart("q", value), 4);
+    EXPECT_EQ(core::datePart("m", value), 12);
+    EXPECT_EQ(core::datePart("y", value), 366);
+    EXPECT_EQ(core::datePart("d", value), 31);
+    EXPECT_EQ(core::datePart("h", value), 13);
+    EXPECT_EQ(core::datePart("n", value), 14);
+    EXPECT_EQ(core::datePart("s", value), 15);
+    EXPECT_EQ(core::datePart("x", value), 0);
 }
 
 TEST(DatePartTest, WeekOneHoldsJanuaryFirst) {
     // January 1, 2015 is a Thursday.
-    EXPECT_EQ(basic::datePart("ww", at(2015, 1, 1)), 1);
-    EXPECT_EQ(basic::datePart("ww", at(2015, 1, 3)), 1);
-    EXPECT_EQ(basic::datePart("ww", at(2015, 1, 4)), 2);
-    EXPECT_EQ(basic::datePart("ww", at(2015, 1, 5), monday), 2);
-    EXPECT_EQ(basic::datePart("ww", at(2015, 12, 31)), 53);
+    EXPECT_EQ(core::datePart("ww", at(2015, 1, 1)), 1);
+    EXPECT_EQ(core::datePart("ww", at(2015, 1, 3)), 1);
+    EXPECT_EQ(core::datePart("ww", at(2015, 1, 4)), 2);
+    EXPECT_EQ(core::datePart("ww", at(2015, 1, 5), monday), 2);
+    EXPECT_EQ(core::datePart("ww", at(2015, 12, 31)), 53);
 }
 
 }  // namespace

@@ -134,8 +134,8 @@ TEST(GetStrLocValueTest, TheIndexAgreesWithTheLinearSearch) {
         for (const QString& name : names + QStringList{"strLoc_", "strLoc_A "}) {
             QString expected = kError + name;
             for (const QString& line : language.codeStrings()) {
-                const QStringList parts = basic::split(line, "=");
-                if (line.startsWith(name) && parts.size() >= 2 && basic::trim(parts[0]) == name) {
+                const QStringList parts = core::split(line, "=");
+                if (line.startsWith(name) && parts.size() >= 2 && core::trim(parts[0]) == name) {
                     expected = language.ProcessLanguageLine(line);
                     break;
                 }

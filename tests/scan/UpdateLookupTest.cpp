@@ -7,7 +7,7 @@
 
 #include "core/QtPrinters.h"
 #include "platform/net/InetControl.h"
-#include "scan/UpdateComponent.h"
+#include "scan/modUpdateCOmponent.h"
 #include "scan/UpdateRecord.h"
 #include "support/TestMachine.h"
 #include "support/UpdateServerProcess.h"

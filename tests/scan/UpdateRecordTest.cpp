@@ -2,7 +2,7 @@
 
 #include "core/QtPrinters.h"
 #include "scan/ScanOSWord.h"
-#include "scan/UpdateComponent.h"
+#include "scan/modUpdateCOmponent.h"
 #include "scan/UpdateRecord.h"
 #include "support/TestMachine.h"
 

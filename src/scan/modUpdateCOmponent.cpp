@@ -1,4 +1,4 @@
-#include "scan/UpdateComponent.h"
+#include "scan/modUpdateCOmponent.h"
 
 #include "scan/UpdateRecord.h"
 #include "state/AnsiText.h"
