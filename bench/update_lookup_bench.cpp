@@ -10,8 +10,8 @@
 #include "QtBenchmarkMain.h"
 #include "platform/net/InetControl.h"
 #include "platform/portable/Machine.h"
-#include "scan/modUpdateCOmponent.h"
 #include "scan/UpdateRecord.h"
+#include "scan/modUpdateCOmponent.h"
 
 namespace {
 

@@ -136,9 +136,9 @@ QString ProgramFilter::test(const Candidate& c) {
     for (int sub = 1; sub <= 6; ++sub) {
         detected_.SubItemSet(row, sub, core::trim(columns[sub - 1]));
     }
-    scanLog_.append("   Program detected: " + core::trim(c.name) + " (" +
-                    core::trim(c.publisher) + ") " + core::trim(c.version) + " (" +
-                    core::trim(c.fileVersion) + "), " + core::trim(c.folder));
+    scanLog_.append("   Program detected: " + core::trim(c.name) + " (" + core::trim(c.publisher) +
+                    ") " + core::trim(c.version) + " (" + core::trim(c.fileVersion) + "), " +
+                    core::trim(c.folder));
     return QStringLiteral("accepted");
 }
 

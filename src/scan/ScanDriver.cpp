@@ -168,11 +168,10 @@ bool ScanDriver::lookUp(const QString& osWord, QStringList& scanLog) {
     UpdateRecord record;
     for (int i = 1; i <= n && parts_.control.bInProcess; ++i) {
         const int at = i - 1;
-        const WorkRow row{
-            core::trim(work.SubItemText(at, 3)), core::trim(work.SubItemText(at, 4)),
-            core::trim(work.SubItemText(at, 6)), core::trim(work.SubItemText(at, 5)),
-            core::trim(work.SubItemText(at, 2)), core::trim(work.ItemText(at)),
-            core::trim(work.SubItemText(at, 1))};
+        const WorkRow row{core::trim(work.SubItemText(at, 3)), core::trim(work.SubItemText(at, 4)),
+                          core::trim(work.SubItemText(at, 6)), core::trim(work.SubItemText(at, 5)),
+                          core::trim(work.SubItemText(at, 2)), core::trim(work.ItemText(at)),
+                          core::trim(work.SubItemText(at, 1))};
         const QString beta = QStringLiteral(" beta");
         const bool isBeta = core::lcase(row.name).contains(beta) ||
                             core::lcase(row.exePath).contains(beta) ||

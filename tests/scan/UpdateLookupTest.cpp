@@ -7,8 +7,8 @@
 
 #include "core/QtPrinters.h"
 #include "platform/net/InetControl.h"
-#include "scan/modUpdateCOmponent.h"
 #include "scan/UpdateRecord.h"
+#include "scan/modUpdateCOmponent.h"
 #include "support/TestMachine.h"
 #include "support/UpdateServerProcess.h"
 

@@ -2,8 +2,8 @@
 
 #include "core/QtPrinters.h"
 #include "scan/ScanOSWord.h"
-#include "scan/modUpdateCOmponent.h"
 #include "scan/UpdateRecord.h"
+#include "scan/modUpdateCOmponent.h"
 #include "support/TestMachine.h"
 
 namespace {

@@ -8,13 +8,13 @@
 #include <filesystem>
 #include <memory>
 
-#include "support/ServiceMachine.h"
 #include "platform/portable/ServiceLock.h"
 #include "service/ServiceControl.h"
 #include "state/AnsiText.h"
 #include "state/ProductNames.h"
 #include "state/modServiceCom.h"
 #include "support/ProgramRun.h"
+#include "support/ServiceMachine.h"
 #include "support/TestMachine.h"
 
 namespace {
