@@ -11,8 +11,8 @@
 
 #include "QtBenchmarkMain.h"
 #include "RunningServiceMachine.h"
+#include "demo/DemoMachine.h"
 #include "platform/net/InetControl.h"
-#include "platform/portable/DemoMachine.h"
 #include "platform/portable/Machine.h"
 #include "scan/ScanDriver.h"
 #include "state/ProductNames.h"
@@ -81,7 +81,7 @@ struct Rig {
 
     RunningServiceMachine service{[](Machine& machine) {
         std::string problems;
-        platform::portable::populateDemoMachine(machine, BENCH_DEMO_CATALOG, 1, &problems);
+        demo::populateDemoMachine(machine, BENCH_DEMO_CATALOG, 1, &problems);
     }};
     QProcess server;
     QString base;

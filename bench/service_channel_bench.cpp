@@ -11,9 +11,9 @@
 
 #include "QtBenchmarkMain.h"
 #include "RunningServiceMachine.h"
+#include "core/AnsiText.h"
 #include "platform/portable/Machine.h"
 #include "service/ServiceControl.h"
-#include "state/AnsiText.h"
 #include "state/ProductNames.h"
 #include "state/modServiceCom.h"
 

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "platform/portable/CatalogCsv.h"
+#include "demo/CatalogCsv.h"
 #include "server/ProductIndex.h"
 #include "server/QueryText.h"
 #include "server/UpdateLookup.h"
@@ -15,7 +15,7 @@ namespace {
 
 std::vector<server::CatalogProduct> catalog() {
     std::string problem;
-    const auto entries = platform::portable::readCatalog(BENCH_CATALOG, &problem);
+    const auto entries = demo::readCatalog(BENCH_CATALOG, &problem);
     std::vector<server::CatalogProduct> products;
     for (const auto& entry : entries.value()) {
         products.push_back(server::productFromEntry(entry));

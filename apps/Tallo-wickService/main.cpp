@@ -4,9 +4,9 @@
 
 #include <cstdio>
 
+#include "core/AnsiText.h"
 #include "platform/portable/Machine.h"
 #include "service/CommandService.h"
-#include "state/AnsiText.h"
 #include "state/ProductNames.h"
 
 int main(int argc, char* argv[]) {
@@ -18,7 +18,7 @@ int main(int argc, char* argv[]) {
     auto& platform = machine->platform();
     service::CommandService service(platform);
     const long status = platform.serviceHost.runService(
-        state::toAnsi(platform.codePage, state::product::serviceName()),
+        core::toAnsi(platform.codePage, state::product::serviceName()),
         [&service](const std::atomic<bool>& stopRequested) { service.run(stopRequested); });
     if (status != platform::status::Success) {
         std::fprintf(stderr, "Tallo-wickService: not started, status %ld\n", status);

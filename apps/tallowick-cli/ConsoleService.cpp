@@ -3,8 +3,8 @@
 #include <cstdlib>
 
 #include "Cli.h"
+#include "core/AnsiText.h"
 #include "service/ServiceControl.h"
-#include "state/AnsiText.h"
 #include "state/ProductNames.h"
 
 namespace cli {
@@ -21,7 +21,7 @@ void ConsoleServiceGate::ServiceRecovery(bool found) {
 
 ConsoleService::ConsoleService(platform::Platform& platform)
     : registry(platform),
-      folders(platform, state::fromAnsi(platform.codePage, platform.environment.programFolder()),
+      folders(platform, core::fromAnsi(platform.codePage, platform.environment.programFolder()),
               state::product::name()),
       gate(platform),
       channel(platform, registry, folders, gate) {

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "Cli.h"
-#include "platform/portable/DemoMachine.h"
+#include "demo/DemoMachine.h"
 
 namespace cli {
 
@@ -83,9 +83,9 @@ int machineCommand(Context& context) {
     if (!options->demo) {
         return kOk;
     }
-    platform::portable::DemoCounts counts;
-    if (!platform::portable::populateDemoMachine(*machine, options->catalog.toStdString(),
-                                                 options->seed, &problems, &counts)) {
+    demo::DemoCounts counts;
+    if (!demo::populateDemoMachine(*machine, options->catalog.toStdString(), options->seed,
+                                   &problems, &counts)) {
         Context::err(QString::fromStdString(problems).trimmed());
         return kFailed;
     }

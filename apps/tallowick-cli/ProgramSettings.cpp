@@ -1,6 +1,6 @@
 #include "ProgramSettings.h"
 
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 #include "state/DataFolders.h"
 #include "state/ProductNames.h"
 
@@ -12,8 +12,8 @@ QString openProgramSettings(platform::Platform& platform, const QString& program
     const QString dataFolder =
         state::locateDataFolder(platform, programFolder, state::product::name(), &fallback);
     if (makeFolders) {
-        platform.files.MkDir(state::toAnsi(platform.codePage, dataFolder));
-        platform.files.MkDir(state::toAnsi(platform.codePage, dataFolder + "Settings"));
+        platform.files.MkDir(core::toAnsi(platform.codePage, dataFolder));
+        platform.files.MkDir(core::toAnsi(platform.codePage, dataFolder + "Settings"));
     }
     settings.setSettingsPath(dataFolder + state::product::settingsFile());
     return dataFolder;

@@ -1,9 +1,9 @@
 #include "Cli.h"
 #include "ConsoleService.h"
+#include "core/AnsiText.h"
 #include "scan/DetectionDumps.h"
 #include "scan/DetectionLists.h"
 #include "scan/Discovery.h"
-#include "state/AnsiText.h"
 #include "state/FileHelpers.h"
 
 namespace cli {

@@ -1,7 +1,7 @@
 #include <QFile>
 
 #include "Cli.h"
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 #include "state/modRegistry.h"
 
 namespace cli {
@@ -53,7 +53,7 @@ int regCommand(Context& context) {
     }
     std::string text;
     const auto result =
-        regEdit.exportKey(state::toAnsi(machine->platform().codePage, args[1]), &text);
+        regEdit.exportKey(core::toAnsi(machine->platform().codePage, args[1]), &text);
     if (!result.ok) {
         Context::err(QString::fromStdString(result.message));
         return kFailed;

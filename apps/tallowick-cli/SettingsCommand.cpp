@@ -1,7 +1,7 @@
 #include "Cli.h"
 #include "ConsoleService.h"
 #include "ProgramSettings.h"
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 #include "state/modSettings.h"
 
 namespace cli {
@@ -26,7 +26,7 @@ int settingsCommand(Context& context) {
     }
     auto& platform = machine->platform();
     const QString programFolder =
-        state::fromAnsi(platform.codePage, platform.environment.programFolder());
+        core::fromAnsi(platform.codePage, platform.environment.programFolder());
     state::modSettings settings(platform);
     openProgramSettings(platform, programFolder, false, settings);
     if (action == QLatin1String("get")) {

@@ -3,10 +3,10 @@
 #include <QDateTime>
 #include <limits>
 
+#include "core/AnsiText.h"
 #include "core/BasicText.h"
 #include "localisation/BasicErrors.h"
 #include "platform/FileSystem.h"
-#include "state/AnsiText.h"
 
 namespace localisation {
 
@@ -43,7 +43,7 @@ LanguageAssembler::LanguageAssembler(platform::Platform& platform, LanguageText&
     : platform_(platform), language_(language), options_(options), fileIO_(platform) {}
 
 std::string LanguageAssembler::ansi(const QString& path) const {
-    return state::toAnsi(platform_.codePage, path);
+    return core::toAnsi(platform_.codePage, path);
 }
 
 std::int64_t LanguageAssembler::modificationTime(const QString& path) {

@@ -1,7 +1,7 @@
 #include "localisation/LanguageBuild.h"
 
+#include "core/AnsiText.h"
 #include "localisation/LanguageAssembler.h"
-#include "state/AnsiText.h"
 
 namespace localisation {
 
@@ -33,7 +33,7 @@ std::map<std::string, std::string> BuildLanguageFiles(platform::Platform& platfo
             return {};
         }
         const auto bytes =
-            platform.files.readFile(state::toAnsi(platform.codePage, assembler.targetFile()));
+            platform.files.readFile(core::toAnsi(platform.codePage, assembler.targetFile()));
         if (!bytes) {
             errorText = assembler.targetFile() + QStringLiteral(" was not written");
             return {};

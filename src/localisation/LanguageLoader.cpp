@@ -1,8 +1,8 @@
 #include "localisation/LanguageLoader.h"
 
+#include "core/AnsiText.h"
 #include "localisation/LanguageAssembler.h"
 #include "platform/FileSystem.h"
-#include "state/AnsiText.h"
 
 namespace localisation {
 
@@ -52,7 +52,7 @@ bool LanguageLoader::LoadUTF8IniFile(const QString& path, QString& errorText) {
     }
     errorText.clear();
     language_.SetLoadedLanguage(QString());
-    const std::string file = state::toAnsi(platform_.codePage, path);
+    const std::string file = core::toAnsi(platform_.codePage, path);
     if (platform_.files.Dir(file, platform::fileattr::Normal).empty()) {
         errorText = QStringLiteral("File '") + path + QStringLiteral("' cannot be found");
         return false;

@@ -2,10 +2,10 @@
 
 #include <string_view>
 
+#include "core/AnsiText.h"
 #include "localisation/BasicErrors.h"
 #include "localisation/Scramble.h"
 #include "localisation/Utf8Text.h"
-#include "state/AnsiText.h"
 
 namespace localisation {
 
@@ -39,7 +39,7 @@ bool modUTF8_FileIO::ReadUTF8File(const QString& path, QString& text, QString& e
         return false;
     };
 
-    const std::string file = state::toAnsi(codePage_, path);
+    const std::string file = core::toAnsi(codePage_, path);
     const auto length = files_.FileLen(file);
     if (!length) {
         return fail(basicerror::FileNotFound);
@@ -72,7 +72,7 @@ bool modUTF8_FileIO::ReadUTF8File(const QString& path, QString& text, QString& e
     if (unscramble) {
         UnscrambleBytes(*bytes);
     }
-    text = marked ? decodeUtf8(*bytes) : state::fromAnsi(codePage_, *bytes);
+    text = marked ? decodeUtf8(*bytes) : core::fromAnsi(codePage_, *bytes);
     return true;
 }
 
@@ -80,7 +80,7 @@ bool modUTF8_FileIO::WriteUTF8File(const QString& path, const QString& text, QSt
                                    bool scramble) {
     errorText.clear();
     int error = 0;
-    const int handle = files_.openBinary(state::toAnsi(codePage_, path), &error);
+    const int handle = files_.openBinary(core::toAnsi(codePage_, path), &error);
     if (handle == 0) {
         errorText = fileError(kSaving, error, path);
         return false;
@@ -104,7 +104,7 @@ bool modUTF8_FileIO::WriteUTF8File(const QString& path, const QString& text, QSt
 
 bool modUTF8_FileIO::CreateUTF8File(const QString& path, int& fileHandle, QString& errorText) {
     errorText.clear();
-    const std::string file = state::toAnsi(codePage_, path);
+    const std::string file = core::toAnsi(codePage_, path);
     files_.Kill(file);
     int error = 0;
     fileHandle = files_.openBinary(file, &error);

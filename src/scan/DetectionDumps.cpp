@@ -1,7 +1,7 @@
 #include "scan/DetectionDumps.h"
 
+#include "core/AnsiText.h"
 #include "scan/ProgramFilter.h"
-#include "state/AnsiText.h"
 
 namespace scan {
 
@@ -16,8 +16,8 @@ QString DetectionDumps::uniquePath(const QString& fileName) {
 }
 
 void DetectionDumps::append(const QString& path, const QString& text) {
-    platform_.files.appendFile(state::toAnsi(platform_.codePage, path),
-                               state::toAnsi(platform_.codePage, text));
+    platform_.files.appendFile(core::toAnsi(platform_.codePage, path),
+                               core::toAnsi(platform_.codePage, text));
 }
 
 void DetectionDumps::begin(state::clsList& ignoreEntryList) {

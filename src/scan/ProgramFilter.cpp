@@ -1,7 +1,7 @@
 #include "scan/ProgramFilter.h"
 
 #include "core/BasicText.h"
-#include "state/PathText.h"
+#include "core/PathText.h"
 
 namespace scan {
 
@@ -42,7 +42,7 @@ bool ProgramFilter::isIgnored(const Candidate& c, const QString& parentOfExe) {
         const QString location = ignored_.SubItemText(i, 3);
         const QString rowName = ignored_.SubItemText(i, 1);
         const QString rowPublisher = ignored_.SubItemText(i, 2);
-        const QString parentOfLocation = state::GetParentFolderName(location);
+        const QString parentOfLocation = core::GetParentFolderName(location);
         const bool hit = sameNotEmpty(c.exePath, location) || sameNotEmpty(c.folder, location) ||
                          (lc(c.name) == lc(rowName) && lc(c.publisher) == lc(rowPublisher) &&
                           sameNotEmpty(parentOfExe, parentOfLocation));
@@ -102,7 +102,7 @@ QString ProgramFilter::duplicateCase(const Candidate& c) {
 
 QString ProgramFilter::test(const Candidate& c) {
     // Both tests run, so an ignored duplicate writes both dump entries.
-    const bool ignored = isIgnored(c, state::GetParentFolderName(c.exePath));
+    const bool ignored = isIgnored(c, core::GetParentFolderName(c.exePath));
     const QString duplicate = duplicateCase(c);
 
     // The English words are compared whatever the language in use.

@@ -1,7 +1,7 @@
 #include "scan/ResultsActions.h"
 
+#include "core/AnsiText.h"
 #include "platform/MessageBox.h"
-#include "state/AnsiText.h"
 #include "state/MessageLoop.h"
 #include "state/ProductNames.h"
 #include "state/SettingNames.h"
@@ -23,7 +23,7 @@ ResultsActions::ResultsActions(platform::Platform& platform, state::modSettings&
 
 void ResultsActions::open(const QString& target) {
     platform_.shell.ShellExecuteA(view_.windowHandle(), "Open",
-                                  state::toAnsi(platform_.codePage, target), std::string(),
+                                  core::toAnsi(platform_.codePage, target), std::string(),
                                   std::string(), platform::showcmd::Maximized);
     state::pumpEvents();
 }

@@ -1,8 +1,8 @@
 #include "scan/UninstallKeyReader.h"
 
+#include "core/AnsiText.h"
 #include "core/BasicText.h"
-#include "state/AnsiText.h"
-#include "state/PathText.h"
+#include "core/PathText.h"
 
 namespace scan {
 
@@ -28,11 +28,11 @@ UninstallKeyReader::UninstallKeyReader(platform::Platform& platform, state::modR
       getStrLocValue_(std::move(getStrLocValue)) {}
 
 bool UninstallKeyReader::fileExists(const QString& path) {
-    return platform_.files.FileExists(state::toAnsi(platform_.codePage, path));
+    return platform_.files.FileExists(core::toAnsi(platform_.codePage, path));
 }
 
 bool UninstallKeyReader::folderExists(const QString& path) {
-    return platform_.files.FolderExists(state::toAnsi(platform_.codePage, path));
+    return platform_.files.FolderExists(core::toAnsi(platform_.codePage, path));
 }
 
 std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
@@ -50,7 +50,7 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
     }
     if (fileExists(icon) && !missing(icon)) {
         c.exePath = core::replace(icon, "\\\\", "\\");
-        c.exeName = state::GetFileName(c.exePath);
+        c.exeName = core::GetFileName(c.exePath);
         c.fileVersion = versionReader_.GetFixedFileVersion(c.exePath);
     }
 
@@ -59,9 +59,9 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
         location.chop(1);
     }
     if (missing(location)) {
-        location = state::GetParentFolderName(c.exePath);
+        location = core::GetParentFolderName(c.exePath);
         if (location.isEmpty()) {
-            location = state::GetParentFolderName(uninstall);
+            location = core::GetParentFolderName(uninstall);
         }
     }
     // The hidden uninstall folders of system updates are no program folders.
@@ -69,7 +69,7 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
         c.folder = location;
     }
     if (c.folder.isEmpty()) {
-        c.folder = state::GetParentFolderName(c.exePath);
+        c.folder = core::GetParentFolderName(c.exePath);
     }
 
     const QString name = registry_.GetStringValue(key, "DisplayName");

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 
 namespace scan {
 
@@ -30,7 +30,7 @@ VersionInfoReader::VersionInfoReader(platform::VersionInfo& versionInfo,
     : versionInfo_(versionInfo), codePage_(codePage), buffer_(1, 0) {}
 
 bool VersionInfoReader::LoadVersionInfo(const QString& path) {
-    const std::string file = state::toAnsi(codePage_, path);
+    const std::string file = core::toAnsi(codePage_, path);
     std::uint32_t handle = 0;
     const std::uint32_t size =
         std::min(versionInfo_.GetFileVersionInfoSizeA(file, &handle), kMaximumBlock);
@@ -65,14 +65,14 @@ std::optional<QString> VersionInfoReader::GetVersionInfoString(const QString& na
     const QString query = "\\StringFileInfo\\" + hex4(language) + hex4(codePage) + "\\" + name;
     void* value = nullptr;
     std::uint32_t length = 0;
-    if (!versionInfo_.VerQueryValueA(buffer_.data(), state::toAnsi(codePage_, query), &value,
+    if (!versionInfo_.VerQueryValueA(buffer_.data(), core::toAnsi(codePage_, query), &value,
                                      &length)) {
         return std::nullopt;
     }
     const auto* text = static_cast<const char*>(value);
     const size_t available = buffer_.data() + buffer_.size() - static_cast<std::uint8_t*>(value);
     const size_t end = std::find(text, text + std::min<size_t>(length, available), '\0') - text;
-    return state::fromAnsi(codePage_, std::string(text, end));
+    return core::fromAnsi(codePage_, std::string(text, end));
 }
 
 std::optional<VersionInfoReader::FixedInfo> VersionInfoReader::fixedInfo(const QString& path) {

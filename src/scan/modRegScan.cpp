@@ -5,7 +5,7 @@
 #include <array>
 #include <cstring>
 
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 #include "state/modRegistry.h"
 
 namespace scan {
@@ -29,7 +29,7 @@ void modRegScan::ListEntryValues(platform::RegHandle hive, const QString& keyPat
                                  const QString& hiveName) {
     auto& registry = platform_.registry;
     platform::RegHandle key = 0;
-    if (registry.RegOpenKeyExA(hive, state::toAnsi(platform_.codePage, keyPath), 0,
+    if (registry.RegOpenKeyExA(hive, core::toAnsi(platform_.codePage, keyPath), 0,
                                platform::access::KeyRead, &key) == platform::status::Success) {
         uninstallKeyList_.ItemAdd(hiveName + "\\" + keyPath);
         registry.RegCloseKey(key);
@@ -40,7 +40,7 @@ void modRegScan::DoEnumSubKeys(platform::RegHandle hive, const QString& keyPath,
                                const QString& hiveName, bool recurse) {
     auto& registry = platform_.registry;
     platform::RegHandle key = 0;
-    if (registry.RegOpenKeyExA(hive, state::toAnsi(platform_.codePage, keyPath), 0,
+    if (registry.RegOpenKeyExA(hive, core::toAnsi(platform_.codePage, keyPath), 0,
                                platform::access::KeyRead, &key) != platform::status::Success) {
         return;
     }
@@ -59,8 +59,8 @@ void modRegScan::DoEnumSubKeys(platform::RegHandle hive, const QString& keyPath,
         if (result != platform::status::Success && result != platform::status::MoreData) {
             break;
         }
-        names.append(state::fromAnsi(platform_.codePage,
-                                     std::string(name.data(), strnlen(name.data(), name.size()))));
+        names.append(core::fromAnsi(platform_.codePage,
+                                    std::string(name.data(), strnlen(name.data(), name.size()))));
         control_.pumpEvents();
     }
     registry.RegCloseKey(key);

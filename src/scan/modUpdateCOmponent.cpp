@@ -1,7 +1,7 @@
 #include "scan/modUpdateCOmponent.h"
 
+#include "core/AnsiText.h"
 #include "scan/UpdateRecord.h"
-#include "state/AnsiText.h"
 #include "state/SystemDateFormats.h"
 
 namespace scan {
@@ -16,7 +16,7 @@ QString EncodeQueryValue(const QString& text, const platform::CodePage& codePage
             encoded += c;
             continue;
         }
-        for (const char byte : state::toAnsi(codePage, QString(c))) {
+        for (const char byte : core::toAnsi(codePage, QString(c))) {
             encoded += u'%' + QStringLiteral("%1").arg(quint8(byte), 2, 16, QChar(u'0')).toUpper();
         }
     }
@@ -28,7 +28,7 @@ modUpdateCOmponent::modUpdateCOmponent(platform::Platform& platform,
     : platform_(platform), inet_(inet) {
     std::string folder;
     if (platform.environment.SHGetFolderPathA(platform::csidl::CommonAppData, &folder) == 0) {
-        dataFolder_ = state::fromAnsi(platform.codePage, folder);
+        dataFolder_ = core::fromAnsi(platform.codePage, folder);
     }
 }
 
@@ -37,9 +37,9 @@ void modUpdateCOmponent::log(const QString& text) {
         return;
     }
     const QString file = dataFolder_ + QStringLiteral("\\Tallowick\\Settings\\UCLog.txt");
-    platform_.files.appendFile(state::toAnsi(platform_.codePage, file),
-                               state::toAnsi(platform_.codePage, state::NowText(platform_) + text +
-                                                                     QStringLiteral("\r\n")));
+    platform_.files.appendFile(core::toAnsi(platform_.codePage, file),
+                               core::toAnsi(platform_.codePage, state::NowText(platform_) + text +
+                                                                    QStringLiteral("\r\n")));
 }
 
 QString modUpdateCOmponent::UpdateURL(const QString& app, const QString& pub, const QString& fvr,
@@ -75,7 +75,7 @@ QString modUpdateCOmponent::RetrieveUpdate(const QString& app, const QString& pu
     busy_ = true;
     const QByteArray reply = inet_.OpenURL(UpdateURL(app, pub, fvr, pvr, exe, bet, uid, cuv, win));
     const UpdateRecord record =
-        ParseUpdateReply(state::fromAnsi(platform_.codePage, reply.toStdString()))
+        ParseUpdateReply(core::fromAnsi(platform_.codePage, reply.toStdString()))
             .value_or(UpdateRecord{});
     busy_ = false;
     return PackUpdateRecord(record);

@@ -36,7 +36,7 @@ QString paddedFileVersion(const QString& version) {
     return padded.join(u'.');
 }
 
-CatalogProduct productFromEntry(const platform::portable::CatalogEntry& entry) {
+CatalogProduct productFromEntry(const demo::CatalogEntry& entry) {
     CatalogProduct product;
     product.packageId = text(entry.packageId);
     product.name = text(entry.name).trimmed();

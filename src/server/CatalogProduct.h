@@ -2,7 +2,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/portable/CatalogCsv.h"
+#include "demo/CatalogCsv.h"
 
 namespace server {
 
@@ -24,7 +24,7 @@ struct CatalogProduct {
 // each at most 65535; the comment from the version and the date of the last update; the
 // alias the identifier's product part in words ("Microsoft.VisualStudioCode" -> "visual
 // studio code"). An identifier without a point is all product part.
-CatalogProduct productFromEntry(const platform::portable::CatalogEntry& entry);
+CatalogProduct productFromEntry(const demo::CatalogEntry& entry);
 
 // "1.2.13" -> "1.2.13.0"; "7" -> "7.0.0.0"; empty for "1.2.3.4.5", "1.0-beta", "70000".
 QString paddedFileVersion(const QString& version);

@@ -9,7 +9,7 @@
 #include <csignal>
 #include <cstdio>
 
-#include "platform/portable/CatalogCsv.h"
+#include "demo/CatalogCsv.h"
 #include "server/ProductIndex.h"
 #include "server/ServerDatabase.h"
 #include "server/UpdateServer.h"
@@ -57,8 +57,8 @@ QString urlHost(const QString& address) {
 
 int runImport(const ServerOptions& options) {
     std::string problem;
-    const auto entries = platform::portable::readCatalog(
-        std::filesystem::path(options.importFile.toStdString()), &problem);
+    const auto entries =
+        demo::readCatalog(std::filesystem::path(options.importFile.toStdString()), &problem);
     if (!entries) {
         tell(QString::fromStdString(problem).section(u'\n', 0, 0));
         return 1;

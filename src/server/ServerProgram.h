@@ -4,7 +4,7 @@
 namespace server {
 
 // `--import`: reads the catalog CSV (columns PackageId, Version, Name, LastUpdate; see
-// platform/portable/CatalogCsv.h), makes its products and replaces the database's catalog
+// demo/CatalogCsv.h), makes its products and replaces the database's catalog
 // with them; prints "imported N products". 1, with one line on standard error, when the file
 // cannot be read, is malformed or holds no product, or the database fails; the old catalog
 // then stays.

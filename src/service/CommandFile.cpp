@@ -1,7 +1,7 @@
 #include "service/CommandFile.h"
 
+#include "core/AnsiText.h"
 #include "core/BasicText.h"
-#include "state/AnsiText.h"
 
 namespace service {
 
@@ -18,7 +18,7 @@ CommandFile::CommandFile(platform::Platform& platform, const CommandPolicy& poli
       policy_(policy),
       runner_(runner),
       log_(log),
-      path_(state::toAnsi(platform.codePage, path)) {}
+      path_(core::toAnsi(platform.codePage, path)) {}
 
 bool CommandFile::take() {
     const auto size = platform_.files.FileLen(path_);
@@ -34,7 +34,7 @@ bool CommandFile::take() {
                        .arg(*size)
                        .arg(kSizeLimit));
     } else if (bytes) {
-        const QString text = state::fromAnsi(platform_.codePage, *bytes);
+        const QString text = core::fromAnsi(platform_.codePage, *bytes);
         for (const QString& line : core::split(text, QStringLiteral("\r\n"))) {
             if (!line.isEmpty()) {
                 carryOut(line);

@@ -1,7 +1,7 @@
 #include "service/CommandRunner.h"
 
+#include "core/AnsiText.h"
 #include "service/Commands.h"
-#include "state/AnsiText.h"
 
 namespace service {
 
@@ -9,7 +9,7 @@ CommandRunner::CommandRunner(platform::Platform& platform, state::modRegistry& r
     : platform_(platform), registry_(registry) {}
 
 std::string CommandRunner::ansi(const QString& text) const {
-    return state::toAnsi(platform_.codePage, text);
+    return core::toAnsi(platform_.codePage, text);
 }
 
 QString CommandRunner::registryOutcome() const {

@@ -1,9 +1,9 @@
 #include "service/CommandService.h"
 
+#include "core/AnsiText.h"
 #include "service/CommandFile.h"
 #include "service/CommandRunner.h"
 #include "service/ServiceLog.h"
-#include "state/AnsiText.h"
 #include "state/DataFolders.h"
 #include "state/ProductNames.h"
 #include "state/modRegistry.h"
@@ -20,13 +20,13 @@ QString serviceFolderOf(const QString& dataFolder) {
 
 CommandService::CommandService(platform::Platform& platform) : platform_(platform) {
     const auto& codePage = platform.codePage;
-    scope_.programFolder = state::fromAnsi(codePage, platform.environment.programFolder());
+    scope_.programFolder = core::fromAnsi(codePage, platform.environment.programFolder());
     bool fallback = false;
     scope_.dataFolder =
         state::locateDataFolder(platform, scope_.programFolder, state::product::name(), &fallback);
     for (const char* variable : {"TEMP", "TMP"}) {
         if (const auto folder = platform.environment.GetEnvironmentVariableA(variable)) {
-            scope_.tempFolders << state::fromAnsi(codePage, *folder);
+            scope_.tempFolders << core::fromAnsi(codePage, *folder);
         }
     }
 }
@@ -39,7 +39,7 @@ void CommandService::run(const std::atomic<bool>& stopRequested) {
     CommandFile commandFile(platform_, policy, runner, log,
                             scope_.dataFolder + state::product::commandFile());
     const std::string serviceFolder =
-        state::toAnsi(platform_.codePage, serviceFolderOf(scope_.dataFolder));
+        core::toAnsi(platform_.codePage, serviceFolderOf(scope_.dataFolder));
 
     log.write(QStringLiteral("started"));
     std::unique_ptr<platform::ChangeNotification> watch;

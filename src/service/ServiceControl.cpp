@@ -1,6 +1,6 @@
 #include "service/ServiceControl.h"
 
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 #include "state/ProductNames.h"
 
 namespace service {
@@ -17,7 +17,7 @@ long control(Platform& platform, long (ServiceManager::*call)(ScHandle, const st
         return status;
     }
     status = (platform.services.*call)(
-        manager, state::toAnsi(platform.codePage, state::product::serviceName()));
+        manager, core::toAnsi(platform.codePage, state::product::serviceName()));
     platform.services.CloseServiceHandle(manager);
     return status == alreadyThere ? status::Success : status;
 }
@@ -38,7 +38,7 @@ ServiceState productServiceState(Platform& platform) {
         status::Success) {
         return ServiceState::NotInstalled;
     }
-    const std::string name = state::toAnsi(platform.codePage, state::product::serviceName());
+    const std::string name = core::toAnsi(platform.codePage, state::product::serviceName());
     std::uint32_t needed = 0;
     std::vector<EnumServiceStatus> records;
     platform.services.EnumServicesStatusA(manager, servicetype::Win32, serviceenum::All, 0, nullptr,

@@ -2,7 +2,7 @@
 
 #include <QDateTime>
 
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 
 namespace service {
 
@@ -17,7 +17,7 @@ ServiceLog::ServiceLog(platform::Platform& platform, QString path)
     : platform_(platform), path_(std::move(path)) {}
 
 void ServiceLog::write(const QString& line) {
-    const std::string file = state::toAnsi(platform_.codePage, path_);
+    const std::string file = core::toAnsi(platform_.codePage, path_);
     if (platform_.files.FileLen(file).value_or(0) > kLogLimit) {
         platform_.files.Kill(file);
     }
@@ -27,7 +27,7 @@ void ServiceLog::write(const QString& line) {
                                            .count());
     const QString stamped =
         now.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")) + u' ' + line + QStringLiteral("\r\n");
-    platform_.files.appendFile(file, state::toAnsi(platform_.codePage, stamped));
+    platform_.files.appendFile(file, core::toAnsi(platform_.codePage, stamped));
 }
 
 }  // namespace service

@@ -2,68 +2,99 @@
 
 #include <QStringList>
 
-#include <memory>
-
-#include "platform/portable/Machine.h"
-#include "platform/portable/ProgramLauncher.h"
+#include "core/AnsiText.h"
 #include "service/ServiceControl.h"
-#include "setup/DataFiles.h"
 #include "setup/ProductRegistration.h"
-#include "setup/ProgramMap.h"
-#include "state/AnsiText.h"
 #include "state/ProductNames.h"
 
 namespace setup {
 
 namespace fs = std::filesystem;
-using platform::portable::Machine;
 namespace product = state::product;
 
 namespace {
+
+// The host programs that stand for the product's executables, by the names they are built
+// with.
+struct Executable {
+    QString file;
+    const char* hostProgram;
+};
+
+const Executable kExecutables[] = {
+    {product::serviceFile(), "Tallo-wickService"},
+    {product::starterFile(), "Starter"},
+    {product::programFile(), "Tallo-wick"},
+};
 
 QString hostText(const fs::path& path) {
     return QString::fromStdString(path.string());
 }
 
-void reportLines(const std::string& text, const std::function<void(const QString&)>& to) {
-    for (const QString& line : QString::fromStdString(text).split('\n', Qt::SkipEmptyParts)) {
-        to(line);
+bool copyDataFiles(platform::Platform& platform, platform::Installation& installation,
+                   const fs::path& dataFolder, const Report& report) {
+    std::string problem;
+    const long copied = installation.copyFolderIn(
+        dataFolder.string(), core::toAnsi(platform.codePage, product::installFolder()), &problem);
+    if (copied < 0) {
+        report.problem(core::fromAnsi(platform.codePage, problem));
+        return false;
     }
+    report.done(copied == 0 ? "no data files in " + hostText(dataFolder)
+                            : QStringLiteral("copied %1 data files to %2")
+                                  .arg(copied)
+                                  .arg(product::installFolder()));
+    return true;
 }
 
-// The machine of the folder; problems with its machine.ini are told and passed over.
-std::unique_ptr<Machine> openMachine(const fs::path& folder, const Report& report) {
-    std::string problems;
-    auto machine = Machine::open(folder, &problems);
-    reportLines(problems, report.problem);
-    return machine;
+// Each executable of the install folder runs the host program of the same name in
+// programsFolder, where there is one.
+bool mapPrograms(platform::Platform& platform, platform::Installation& installation,
+                 const fs::path& programsFolder, const Report& report) {
+    QStringList mapped;
+    for (const auto& executable : kExecutables) {
+        const QString winPath = product::installFolder() + '\\' + executable.file;
+        switch (installation.mapProgram(core::toAnsi(platform.codePage, winPath),
+                                        (programsFolder / executable.hostProgram).string())) {
+            case platform::Installation::Mapped::Yes:
+                mapped << executable.file;
+                break;
+            case platform::Installation::Mapped::NoHostProgram:
+                break;
+            case platform::Installation::Mapped::NotWritten:
+                report.problem(winPath + ": its program cannot be kept in the machine's facts");
+                return false;
+        }
+    }
+    const QString folder = hostText(programsFolder);
+    report.done(mapped.isEmpty() ? "mapped no programs: none found in " + folder
+                                 : "mapped " + mapped.join(' ') + " to the programs in " + folder);
+    return true;
 }
 
-std::unique_ptr<Machine> openOrCreateMachine(const fs::path& folder, const Report& report) {
-    std::string problems;
-    if (auto machine = Machine::open(folder, &problems)) {
-        reportLines(problems, report.problem);
-        report.done("opened machine " + hostText(folder));
-        return machine;
+bool unmapPrograms(platform::Platform& platform, platform::Installation& installation,
+                   const Report& report) {
+    const long removed =
+        installation.unmapProgramsBelow(core::toAnsi(platform.codePage, product::installFolder()));
+    if (removed < 0) {
+        report.problem("the program mappings cannot be removed from the machine's facts");
+        return false;
     }
-    problems.clear();
-    auto machine = Machine::create(folder, platform::portable::MachineFacts{}, &problems);
-    if (!machine) {
-        reportLines(problems, report.problem);
-        return nullptr;
+    if (removed > 0) {
+        report.done(QStringLiteral("removed %1 program mappings").arg(removed));
     }
-    report.done("created machine " + hostText(folder));
-    return machine;
+    return true;
 }
 
-void startService(Machine& machine, const Report& report) {
+void startService(platform::Platform& platform, const platform::Installation& installation,
+                  const Report& report) {
     const QString serviceProgram = product::installFolder() + '\\' + product::serviceFile();
     const QString notStarted = "did not start " + product::serviceName() + ": ";
-    if (!machine.launcher().hostProgram(serviceProgram.toStdString())) {
+    if (!installation.runs(core::toAnsi(platform.codePage, serviceProgram))) {
         report.done(notStarted + "no program stands for " + serviceProgram);
         return;
     }
-    const long status = service::startProductService(machine.platform());
+    const long status = service::startProductService(platform);
     if (status == platform::status::Success) {
         report.done("started " + product::serviceName());
         return;
@@ -89,7 +120,7 @@ bool stopRunningService(platform::Platform& platform, const Report& report) {
 
 bool removeInstallFolder(platform::Platform& platform, const Report& report) {
     const QString folder = product::installFolder();
-    const std::string ansiFolder = state::toAnsi(platform.codePage, folder);
+    const std::string ansiFolder = core::toAnsi(platform.codePage, folder);
     if (!platform.files.FolderExists(ansiFolder)) {
         return true;
     }
@@ -103,48 +134,34 @@ bool removeInstallFolder(platform::Platform& platform, const Report& report) {
 
 }  // namespace
 
-bool install(const SetupOptions& options, const Report& report) {
-    auto machine = openOrCreateMachine(options.machineFolder, report);
-    if (!machine || !copyDataFiles(*machine, options.dataFolder, report) ||
-        !mapPrograms(*machine, options.programsFolder, report)) {
-        return false;
-    }
-    // The mappings are seen only by a machine opened after machine.ini was written; its
-    // problems were told at the first opening.
-    std::string problems;
-    machine = Machine::open(options.machineFolder, &problems);
-    if (!machine) {
-        reportLines(problems, report.problem);
-        return false;
-    }
-    auto& platform = machine->platform();
-    if (!registerService(platform, report) ||
+bool install(platform::Platform& platform, platform::Installation& installation,
+             const SetupOptions& options, const Report& report) {
+    if (!copyDataFiles(platform, installation, options.dataFolder, report) ||
+        !mapPrograms(platform, installation, options.programsFolder, report) ||
+        !registerService(platform, report) ||
         !writeProductValues(platform, options.values, report) ||
         !writeUninstallEntry(platform, report)) {
         return false;
     }
     if (options.start) {
-        startService(*machine, report);
+        startService(platform, installation, report);
     } else {
         report.done("left " + product::serviceName() + " stopped (--no-start)");
     }
     return true;
 }
 
-bool uninstall(const SetupOptions& options, const Report& report) {
-    const auto machine = openMachine(options.machineFolder, report);
-    if (!machine) {
-        return false;
-    }
+bool uninstall(platform::Platform& platform, platform::Installation& installation,
+               const Report& report) {
     bool removedAny = false;
     const Report counting{[&](const QString& line) {
                               removedAny = true;
                               report.done(line);
                           },
                           report.problem};
-    auto& platform = machine->platform();
     if (!stopRunningService(platform, counting) || !removeRegistration(platform, counting) ||
-        !removeInstallFolder(platform, counting) || !unmapPrograms(*machine, counting)) {
+        !removeInstallFolder(platform, counting) ||
+        !unmapPrograms(platform, installation, counting)) {
         return false;
     }
     if (!removedAny) {

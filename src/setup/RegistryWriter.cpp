@@ -1,6 +1,6 @@
 #include "setup/RegistryWriter.h"
 
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 #include "state/modRegistry.h"
 
 namespace setup {
@@ -14,7 +14,7 @@ RegistryWriter::KeyPath RegistryWriter::split(const QString& key) const {
     const qsizetype separator = key.indexOf('\\');
     const QString root = separator < 0 ? key : key.left(separator);
     const QString below = separator < 0 ? QString() : key.mid(separator + 1);
-    return {state::modRegistry::GetMainKeyHandle(root), state::toAnsi(codePage_, below)};
+    return {state::modRegistry::GetMainKeyHandle(root), core::toAnsi(codePage_, below)};
 }
 
 long RegistryWriter::createKey(const QString& key) {
@@ -41,7 +41,7 @@ long RegistryWriter::setValue(const QString& key, const QString& name, std::uint
     if (result != status::Success) {
         return result;
     }
-    result = registry_.RegSetValueExA(handle, state::toAnsi(codePage_, name), type,
+    result = registry_.RegSetValueExA(handle, core::toAnsi(codePage_, name), type,
                                       reinterpret_cast<const std::uint8_t*>(bytes.data()),
                                       std::uint32_t(bytes.size()));
     registry_.RegCloseKey(handle);
@@ -50,7 +50,7 @@ long RegistryWriter::setValue(const QString& key, const QString& name, std::uint
 
 long RegistryWriter::setString(const QString& key, const QString& name, const QString& data,
                                std::uint32_t type) {
-    return setValue(key, name, type, state::toAnsi(codePage_, data) + '\0');
+    return setValue(key, name, type, core::toAnsi(codePage_, data) + '\0');
 }
 
 long RegistryWriter::setDword(const QString& key, const QString& name, std::uint32_t data) {

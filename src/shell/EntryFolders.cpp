@@ -2,8 +2,8 @@
 
 #include <QStringList>
 
+#include "core/AnsiText.h"
 #include "core/BasicText.h"
-#include "state/AnsiText.h"
 
 namespace shell {
 
@@ -23,7 +23,7 @@ void ComputeEntryFolders(ProcessState& state, const QString& programFolder,
     state.parentLocalizedFolder = state.parentFolder + "localized\\";
 
     state.htmlFolder = programFolder + "\\HTML Screens\\";
-    if (!state.production || !files.FolderExists(state::toAnsi(codePage, state.htmlFolder))) {
+    if (!state.production || !files.FolderExists(core::toAnsi(codePage, state.htmlFolder))) {
         state.htmlFolder = state.parentFolder + "HTML Screens\\";
     }
     state.coSellFolder = state.htmlFolder + "CoSell\\localized\\";

@@ -1,7 +1,7 @@
 #include "state/ActivityLog.h"
 
+#include "core/AnsiText.h"
 #include "core/BasicNumber.h"
-#include "state/AnsiText.h"
 #include "state/FileHelpers.h"
 #include "state/MessageLoop.h"
 
@@ -14,13 +14,13 @@ void ActivityLog::write(const QString& line) {
     if (settings_.ReadSetting(setting::LogAllActivity, setting::On) != QLatin1String("1")) {
         return;
     }
-    platform_.files.appendFile(toAnsi(platform_.codePage, path_),
-                               toAnsi(platform_.codePage, line + QStringLiteral("\r\n")));
+    platform_.files.appendFile(core::toAnsi(platform_.codePage, path_),
+                               core::toAnsi(platform_.codePage, line + QStringLiteral("\r\n")));
     pumpEvents();
 }
 
 void ActivityLog::empty() {
-    platform_.files.Kill(toAnsi(platform_.codePage, path_));
+    platform_.files.Kill(core::toAnsi(platform_.codePage, path_));
     FileHelpers(platform_).CreateBlankFile(path_);
 }
 
@@ -28,7 +28,7 @@ void ActivityLog::ClearLargeLogfile() {
     if (settings_.ReadSetting(setting::ClearLargeLogfile, setting::On) != QLatin1String("1")) {
         return;
     }
-    const auto size = platform_.files.FileLen(toAnsi(platform_.codePage, path_));
+    const auto size = platform_.files.FileLen(core::toAnsi(platform_.codePage, path_));
     if (!size) {
         return;
     }
@@ -48,7 +48,8 @@ void ActivityLog::txtLogSize_Change(const QString& text,
 }
 
 void ActivityLog::lblCmdClearLog_Click(ActivityLogView& view) {
-    if (view.confirmClearLog() && platform_.files.FileExists(toAnsi(platform_.codePage, path_))) {
+    if (view.confirmClearLog() &&
+        platform_.files.FileExists(core::toAnsi(platform_.codePage, path_))) {
         empty();
     }
 }

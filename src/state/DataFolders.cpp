@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/AnsiText.h"
 #include "core/BasicText.h"
-#include "state/AnsiText.h"
 
 namespace state {
 
@@ -42,7 +42,7 @@ QString GetFolderPath(platform::Platform& platform, int csidl) {
         return {};
     }
     path.resize(std::min(path.size(), path.find('\0')));
-    return fromAnsi(platform.codePage, path);
+    return core::fromAnsi(platform.codePage, path);
 }
 
 QString locateDataFolder(platform::Platform& platform, const QString& programFolder,
@@ -136,16 +136,17 @@ QString DataFolders::ReplaceVariableFolders(const QString& path) const {
 }
 
 QString DataFolders::environmentVariable(const char* name) const {
-    return fromAnsi(platform_.codePage,
-                    platform_.environment.GetEnvironmentVariableA(name).value_or(std::string()));
+    return core::fromAnsi(
+        platform_.codePage,
+        platform_.environment.GetEnvironmentVariableA(name).value_or(std::string()));
 }
 
 bool DataFolders::folderExists(const QString& path) const {
-    return platform_.files.FolderExists(toAnsi(platform_.codePage, path));
+    return platform_.files.FolderExists(core::toAnsi(platform_.codePage, path));
 }
 
 void DataFolders::makeFolder(const QString& path) const {
-    platform_.files.MkDir(toAnsi(platform_.codePage, path));
+    platform_.files.MkDir(core::toAnsi(platform_.codePage, path));
 }
 
 }  // namespace state

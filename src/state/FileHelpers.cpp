@@ -5,15 +5,15 @@
 #include <algorithm>
 #include <chrono>
 
+#include "core/AnsiText.h"
 #include "core/BasicText.h"
-#include "state/AnsiText.h"
 
 namespace state {
 
 FileHelpers::FileHelpers(platform::Platform& platform) : platform_(platform) {}
 
 bool FileHelpers::FileExists(const QString& path) {
-    const std::string ansi = toAnsi(platform_.codePage, path);
+    const std::string ansi = core::toAnsi(platform_.codePage, path);
     if (path.size() == 3 && path.endsWith(QStringLiteral(":\\"))) {
         const std::uint32_t type = platform_.files.GetDriveTypeA(ansi);
         return type >= platform::drivetype::Removable && type <= platform::drivetype::RamDisk;
@@ -26,11 +26,11 @@ bool FileHelpers::FileExists(const QString& path) {
 }
 
 bool FileHelpers::FolderExists(const QString& path) {
-    return platform_.files.FolderExists(toAnsi(platform_.codePage, path));
+    return platform_.files.FolderExists(core::toAnsi(platform_.codePage, path));
 }
 
 bool FileHelpers::CreateBlankFile(const QString& path) {
-    return platform_.files.writeFile(toAnsi(platform_.codePage, path), {});
+    return platform_.files.writeFile(core::toAnsi(platform_.codePage, path), {});
 }
 
 void FileHelpers::UniqueFileName(QString& path) {
@@ -67,7 +67,7 @@ QString FileHelpers::TimeStampUTC() {
 QString FileHelpers::GetOSUserName() {
     std::string name = platform_.environment.GetUserNameA();
     name.resize(std::min(name.size(), name.find('\0')));
-    return fromAnsi(platform_.codePage, name);
+    return core::fromAnsi(platform_.codePage, name);
 }
 
 bool FileHelpers::IsVista() {
@@ -101,7 +101,7 @@ QString FileHelpers::WindowsVersion() {
 QString PercentEscape(const platform::CodePage& codePage, const QString& text) {
     static constexpr char hex[] = "0123456789ABCDEF";
     QString escaped;
-    for (const char byte : toAnsi(codePage, text)) {
+    for (const char byte : core::toAnsi(codePage, text)) {
         const auto code = static_cast<unsigned char>(byte);
         if ((code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z') ||
             (code >= 'a' && code <= 'z')) {

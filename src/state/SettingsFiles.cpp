@@ -1,7 +1,7 @@
 #include "state/SettingsFiles.h"
 
+#include "core/AnsiText.h"
 #include "localisation/modUTF8_FileIO.h"
-#include "state/AnsiText.h"
 #include "state/ProductNames.h"
 
 namespace state {
@@ -20,7 +20,7 @@ void SettingsFiles::tell(const QString& text) {
 
 bool SettingsFiles::LoadFiles(const QString& path, QStringList& list) {
     list.clear();
-    if (!platform_.files.FileExists(toAnsi(platform_.codePage, path))) {
+    if (!platform_.files.FileExists(core::toAnsi(platform_.codePage, path))) {
         return false;
     }
     QString text;
@@ -45,7 +45,7 @@ bool SettingsFiles::LoadFiles(const QString& path, QStringList& list) {
 }
 
 void SettingsFiles::removeOld(const QString& path) {
-    const std::string file = toAnsi(platform_.codePage, path);
+    const std::string file = core::toAnsi(platform_.codePage, path);
     if (platform_.files.FileExists(file)) {
         platform_.files.SetAttr(file, platform::fileattr::Normal);
         platform_.files.Kill(file);
@@ -54,8 +54,9 @@ void SettingsFiles::removeOld(const QString& path) {
 
 bool SettingsFiles::replacePlain(const QString& path, const QStringList& list) {
     removeOld(path);
-    return platform_.files.writeFile(toAnsi(platform_.codePage, path),
-                                     toAnsi(platform_.codePage, list.join(QStringLiteral("\r\n"))));
+    return platform_.files.writeFile(
+        core::toAnsi(platform_.codePage, path),
+        core::toAnsi(platform_.codePage, list.join(QStringLiteral("\r\n"))));
 }
 
 void SettingsFiles::SaveSettingsToFile(const QStringList& list, const QString& folder,

@@ -3,8 +3,8 @@
 #include <QDateTime>
 #include <chrono>
 
+#include "core/AnsiText.h"
 #include "core/BasicDate.h"
-#include "state/AnsiText.h"
 
 namespace state {
 
@@ -13,7 +13,7 @@ core::DateFormats systemDateFormats(platform::Platform& platform) {
     const auto read = [&platform](std::uint32_t type, QString* into) {
         const std::string text = platform.environment.GetLocaleInfoA(type);
         if (!text.empty()) {
-            *into = fromAnsi(platform.codePage, text);
+            *into = core::fromAnsi(platform.codePage, text);
         }
     };
     read(platform::localeinfo::ShortDate, &formats.shortDate);

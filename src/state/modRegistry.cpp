@@ -6,8 +6,8 @@
 #include <initializer_list>
 #include <utility>
 
+#include "core/AnsiText.h"
 #include "core/BasicText.h"
-#include "state/AnsiText.h"
 
 namespace state {
 
@@ -57,7 +57,7 @@ long modRegistry::openKey(const QString& keyPath, std::uint32_t access) {
     QString subKey = keyPath;
     ParseKey(subKey, mainKeyHandle_);
     lastStatus_ =
-        registry_.RegOpenKeyExA(mainKeyHandle_, toAnsi(codePage_, subKey), 0, access, &hKey_);
+        registry_.RegOpenKeyExA(mainKeyHandle_, core::toAnsi(codePage_, subKey), 0, access, &hKey_);
     return lastStatus_;
 }
 
@@ -69,7 +69,7 @@ QString modRegistry::GetStringValue(const QString& keyPath, const QString& value
     buffer.fill(' ');
     std::uint32_t type = 0;
     std::uint32_t size = kReadBufferSize;
-    lastStatus_ = registry_.RegQueryValueExA(hKey_, toAnsi(codePage_, valueName), &type,
+    lastStatus_ = registry_.RegQueryValueExA(hKey_, core::toAnsi(codePage_, valueName), &type,
                                              buffer.data(), &size);
     registry_.RegCloseKey(hKey_);
     if (lastStatus_ != platform::status::Success) {
@@ -78,7 +78,7 @@ QString modRegistry::GetStringValue(const QString& keyPath, const QString& value
     const auto* text = reinterpret_cast<const char*>(buffer.data());
     const auto* end = static_cast<const char*>(std::memchr(text, 0, buffer.size()));
     const std::string bytes(text, end != nullptr ? size_t(end - text) : buffer.size());
-    return core::trim(fromAnsi(codePage_, bytes));
+    return core::trim(core::fromAnsi(codePage_, bytes));
 }
 
 QVariant modRegistry::GetDwordValue(const QString& keyPath, const QString& valueName) {
@@ -88,7 +88,7 @@ QVariant modRegistry::GetDwordValue(const QString& keyPath, const QString& value
     std::array<std::uint8_t, 4> buffer{};
     std::uint32_t type = platform::regtype::Dword;
     std::uint32_t size = buffer.size();
-    lastStatus_ = registry_.RegQueryValueExA(hKey_, toAnsi(codePage_, valueName), &type,
+    lastStatus_ = registry_.RegQueryValueExA(hKey_, core::toAnsi(codePage_, valueName), &type,
                                              buffer.data(), &size);
     registry_.RegCloseKey(hKey_);
     if (lastStatus_ != platform::status::Success) {
@@ -106,9 +106,9 @@ void modRegistry::SetStringValue(const QString& keyPath, const QString& valueNam
     }
     // Handed over without the terminating NUL, as the program always has; Windows counts the
     // NUL that follows the text in memory, so the value is stored with it.
-    const std::string bytes = toAnsi(codePage_, data);
+    const std::string bytes = core::toAnsi(codePage_, data);
     lastStatus_ = registry_.RegSetValueExA(
-        hKey_, toAnsi(codePage_, valueName), platform::regtype::Sz,
+        hKey_, core::toAnsi(codePage_, valueName), platform::regtype::Sz,
         reinterpret_cast<const std::uint8_t*>(bytes.data()), std::uint32_t(bytes.size()));
     registry_.RegCloseKey(hKey_);
 }
@@ -116,7 +116,7 @@ void modRegistry::SetStringValue(const QString& keyPath, const QString& valueNam
 long modRegistry::CreateKey(const QString& keyPath) {
     QString subKey = keyPath;
     ParseKey(subKey, mainKeyHandle_);
-    lastStatus_ = registry_.RegCreateKeyA(mainKeyHandle_, toAnsi(codePage_, subKey), &hKey_);
+    lastStatus_ = registry_.RegCreateKeyA(mainKeyHandle_, core::toAnsi(codePage_, subKey), &hKey_);
     if (lastStatus_ == platform::status::Success) {
         lastStatus_ = registry_.RegCloseKey(hKey_);
     }
@@ -127,8 +127,8 @@ void modRegistry::DeleteValue(const QString& keyPath, const QString& valueName) 
     QString subKey = keyPath;
     ParseKey(subKey, mainKeyHandle_);
     // Unconditional, as always: a failed open leaves no handle and the delete fails with it.
-    registry_.RegOpenKeyA(mainKeyHandle_, toAnsi(codePage_, subKey), &hKey_);
-    lastStatus_ = registry_.RegDeleteValueA(hKey_, toAnsi(codePage_, valueName));
+    registry_.RegOpenKeyA(mainKeyHandle_, core::toAnsi(codePage_, subKey), &hKey_);
+    lastStatus_ = registry_.RegDeleteValueA(hKey_, core::toAnsi(codePage_, valueName));
     registry_.RegCloseKey(hKey_);
 }
 

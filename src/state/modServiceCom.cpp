@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 #include "state/MessageLoop.h"
 #include "state/ProductNames.h"
 
@@ -26,7 +26,7 @@ void modServiceCom::showDebugFailure(const QString& text) {
 
 bool modServiceCom::EnumSystemServices(std::uint32_t state, bool& found) {
     using namespace platform;
-    const std::string name = toAnsi(platform_.codePage, product::serviceName());
+    const std::string name = core::toAnsi(platform_.codePage, product::serviceName());
     ServiceManager& services = platform_.services;
     ScHandle manager = 0;
     long result = services.OpenSCManagerA(scmaccess::EnumerateService, &manager);
@@ -75,10 +75,10 @@ void modServiceCom::waitWhileCommandFileExists(const std::string& commandFile) {
 }
 
 void modServiceCom::WriteServiceFile(const QString& path, const QString& text) {
-    const std::string file = toAnsi(platform_.codePage, path);
+    const std::string file = core::toAnsi(platform_.codePage, path);
     platform_.files.SetAttr(file, platform::fileattr::Normal);
     platform_.files.Kill(file);
-    platform_.files.writeFile(file, toAnsi(platform_.codePage, text));
+    platform_.files.writeFile(file, core::toAnsi(platform_.codePage, text));
     pumpEvents();
 }
 
@@ -97,7 +97,7 @@ void modServiceCom::SendToService(const QString& commandText) {
         }
     }
     const QString path = folders_.dataFolder() + product::commandFile();
-    const std::string commandFile = toAnsi(platform_.codePage, path);
+    const std::string commandFile = core::toAnsi(platform_.codePage, path);
     waitWhileCommandFileExists(commandFile);
     WriteServiceFile(path, commandText);
     waitWhileCommandFileExists(commandFile);

@@ -1,6 +1,6 @@
 #include "state/modSettings.h"
 
-#include "state/AnsiText.h"
+#include "core/AnsiText.h"
 
 namespace state {
 
@@ -14,7 +14,7 @@ constexpr std::uint32_t kIniBuffer = 256;
 modSettings::modSettings(platform::Platform& platform) : platform_(platform) {}
 
 std::string modSettings::ansi(const QString& text) const {
-    return toAnsi(platform_.codePage, text);
+    return core::toAnsi(platform_.codePage, text);
 }
 
 QString modSettings::GetIniValue(const QString& path, const QString& section, const QString& key,
@@ -22,7 +22,7 @@ QString modSettings::GetIniValue(const QString& path, const QString& section, co
     std::string value;
     const std::uint32_t length = platform_.profile.GetPrivateProfileStringA(
         ansi(section), ansi(key), ansi(defaultValue), kIniBuffer, &value, ansi(path));
-    return fromAnsi(platform_.codePage, value.substr(0, length));
+    return core::fromAnsi(platform_.codePage, value.substr(0, length));
 }
 
 void modSettings::SetIniValue(const QString& path, const QString& section, const QString& key,

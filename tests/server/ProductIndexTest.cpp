@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 
 #include "ServerHarness.h"
-#include "platform/portable/CatalogCsv.h"
+#include "demo/CatalogCsv.h"
 #include "server/ProductIndex.h"
 #include "server/Windows1252.h"
 #include "support/ProgramRun.h"
@@ -117,8 +117,8 @@ TEST(DemoMachineMatchTest, NearlyAllProgramsFindTheirOwnProduct) {
     ASSERT_EQ(programs.status, 0) << programs.err.toStdString();
 
     std::string problem;
-    const auto entries = platform::portable::readCatalog(
-        TALLOWICK_CATALOGS "/winget-index-2026-08-22.csv", &problem);
+    const auto entries =
+        demo::readCatalog(TALLOWICK_CATALOGS "/winget-index-2026-08-22.csv", &problem);
     ASSERT_TRUE(entries) << problem;
     std::vector<CatalogProduct> products;
     for (const auto& entry : *entries) {

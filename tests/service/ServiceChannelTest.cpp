@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <memory>
 
+#include "core/AnsiText.h"
 #include "platform/portable/ServiceLock.h"
 #include "service/ServiceControl.h"
-#include "state/AnsiText.h"
 #include "state/ProductNames.h"
 #include "state/modServiceCom.h"
 #include "support/ProgramRun.h"
@@ -51,11 +51,11 @@ protected:
     }
     bool commandFileExists() {
         return platform.files.FileExists(
-            state::toAnsi(platform.codePage, kDataFolder + state::product::commandFile()));
+            core::toAnsi(platform.codePage, kDataFolder + state::product::commandFile()));
     }
     QStringList serviceLog() {
         const auto text = platform.files.readFile(
-            state::toAnsi(platform.codePage, kDataFolder + state::product::serviceLog()));
+            core::toAnsi(platform.codePage, kDataFolder + state::product::serviceLog()));
         return QString::fromStdString(text.value_or("")).split("\r\n", Qt::SkipEmptyParts);
     }
     QString value(const QString& keyPath, const QString& name) {
@@ -167,7 +167,7 @@ TEST_F(ServiceChannelTest, RefusalsAreLoggedAndChangeNothing) {
     const std::string large =
         "RegSetString|" + key().toStdString() + "|Large|" + std::string(70 * 1024, 'x');
     ASSERT_TRUE(platform.files.writeFile(
-        state::toAnsi(platform.codePage, kDataFolder + state::product::commandFile()), large));
+        core::toAnsi(platform.codePage, kDataFolder + state::product::commandFile()), large));
     channel.SendToService("RegSetString|" + key() + "|After|1");
     EXPECT_EQ(value(key(), "Large"), "Error");
     EXPECT_EQ(value(key(), "After"), "1");

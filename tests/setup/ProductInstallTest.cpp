@@ -9,11 +9,11 @@
 #include <fstream>
 #include <thread>
 
+#include "core/AnsiText.h"
 #include "platform/portable/MachineFacts.h"
 #include "service/ServiceControl.h"
 #include "setup/ProductInstall.h"
 #include "setup/RegistryWriter.h"
-#include "state/AnsiText.h"
 #include "state/ProductNames.h"
 #include "state/modRegistry.h"
 #include "support/TestMachine.h"
@@ -38,11 +38,12 @@ protected:
 
     bool install() {
         lines.clear();
-        return setup::install(options, report);
+        return setup::install(machine.platform(), machine.machine().installation(), options,
+                              report);
     }
     bool uninstall() {
         lines.clear();
-        return setup::uninstall(options, report);
+        return setup::uninstall(machine.platform(), machine.machine().installation(), report);
     }
 
     void placeData(const fs::path& relative, const std::string& bytes) {
@@ -67,11 +68,10 @@ protected:
         auto& registry = platform().registry;
         platform::RegHandle handle = 0;
         std::uint32_t found = platform::regtype::None;
-        if (registry.RegOpenKeyExA(
-                platform::hkey::LocalMachine,
-                state::toAnsi(platform().codePage, key.mid(kMachineLocal.size())), 0,
-                platform::access::KeyRead, &handle) == 0) {
-            registry.RegQueryValueExA(handle, state::toAnsi(platform().codePage, name), &found,
+        if (registry.RegOpenKeyExA(platform::hkey::LocalMachine,
+                                   core::toAnsi(platform().codePage, key.mid(kMachineLocal.size())),
+                                   0, platform::access::KeyRead, &handle) == 0) {
+            registry.RegQueryValueExA(handle, core::toAnsi(platform().codePage, name), &found,
                                       nullptr, nullptr);
             registry.RegCloseKey(handle);
         }
@@ -79,7 +79,7 @@ protected:
     }
     bool keyExists(const QString& key) { return setup::RegistryWriter(platform()).exists(key); }
     std::optional<std::string> file(const QString& winPath) {
-        return platform().files.readFile(state::toAnsi(platform().codePage, winPath));
+        return platform().files.readFile(core::toAnsi(platform().codePage, winPath));
     }
     std::map<std::string, std::string> programs() {
         return platform::portable::MachineFacts::read(machine.folder() / "machine.ini", nullptr)
@@ -103,7 +103,6 @@ TEST_F(ProductInstallTest, InstallRegistersTheProductAndCopiesItsFiles) {
     ASSERT_TRUE(install()) << problems.join('\n').toStdString();
     EXPECT_TRUE(problems.isEmpty());
     const QStringList expected{
-        "opened machine " + QString::fromStdString(machine.folder().string()),
         "copied 2 data files to C:\\Program Files\\Tallowick",
         "mapped no programs: none found in " + QString::fromStdString(options.programsFolder),
         "registered service Tallowick Service",
@@ -164,7 +163,7 @@ TEST_F(ProductInstallTest, InstallOverAnInstallReplacesWithoutDuplicates) {
 
 TEST_F(ProductInstallTest, MissingDataFolderStillMakesTheInstallFolder) {
     ASSERT_TRUE(install());
-    EXPECT_EQ(lines.value(1), "no data files in " + QString::fromStdString(options.dataFolder));
+    EXPECT_EQ(lines.value(0), "no data files in " + QString::fromStdString(options.dataFolder));
     EXPECT_TRUE(platform().files.FolderExists("C:\\Program Files\\Tallowick"));
 }
 
@@ -231,7 +230,7 @@ TEST_F(ProductInstallTest, UninstallStopsARunningServiceFirst) {
     std::atomic<bool> givenUp{false};
     std::thread running([this, &givenUp] {
         platform().serviceHost.runService(
-            state::toAnsi(platform().codePage, product::serviceName()),
+            core::toAnsi(platform().codePage, product::serviceName()),
             [&givenUp](const std::atomic<bool>& stopRequested) {
                 while (!stopRequested && !givenUp) {
                     std::this_thread::sleep_for(std::chrono::milliseconds(5));

@@ -12,6 +12,7 @@
 #include "platform/portable/PortableCodePage.h"
 #include "platform/portable/PortableEnvironment.h"
 #include "platform/portable/PortableFileSystem.h"
+#include "platform/portable/PortableInstallation.h"
 #include "platform/portable/PortableProfile.h"
 #include "platform/portable/PortableRegistry.h"
 #include "platform/portable/PortableServiceHost.h"
@@ -94,7 +95,12 @@ Machine::Machine(fs::path folder, MachineFacts facts)
     serviceHost_ = std::make_unique<PortableServiceHost>(folder_);
     profile_ = std::make_unique<PortableProfile>(*paths_, *codePage_);
     shell_ = std::make_unique<PortableShell>(*launcher_);
+    installation_ = std::make_unique<PortableInstallation>(folder_, facts_, *paths_, *codePage_);
     setMessageBox(*messageBox_);
+}
+
+Installation& Machine::installation() {
+    return *installation_;
 }
 
 Machine::~Machine() = default;

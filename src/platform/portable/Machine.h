@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Installation.h"
 #include "platform/Platform.h"
 #include "platform/portable/MachineFacts.h"
 
@@ -14,6 +15,7 @@ class HostClock;
 class PortableCodePage;
 class PortableEnvironment;
 class PortableFileSystem;
+class PortableInstallation;
 class PortableProfile;
 class PortableRegistry;
 class PortableServiceHost;
@@ -54,6 +56,8 @@ public:
     const std::filesystem::path& folder() const { return folder_; }
     const WinPath& paths() const { return *paths_; }
     ProgramLauncher& launcher() { return *launcher_; }
+    // The installer's side: files from the host, and the host programs in machine.ini.
+    Installation& installation();
 
 private:
     Machine(std::filesystem::path folder, MachineFacts facts);
@@ -73,6 +77,7 @@ private:
     std::unique_ptr<PortableServiceHost> serviceHost_;
     std::unique_ptr<PortableProfile> profile_;
     std::unique_ptr<PortableShell> shell_;
+    std::unique_ptr<PortableInstallation> installation_;
     std::unique_ptr<Platform> platform_;
 };
 

@@ -4,6 +4,7 @@
 #include "platform/win32/Win32CodePage.h"
 #include "platform/win32/Win32Environment.h"
 #include "platform/win32/Win32FileSystem.h"
+#include "platform/win32/Win32Installation.h"
 #include "platform/win32/Win32MessageBox.h"
 #include "platform/win32/Win32Profile.h"
 #include "platform/win32/Win32RegEdit.h"
@@ -28,10 +29,15 @@ Win32Computer::Win32Computer()
       serviceHost_(std::make_unique<Win32ServiceHost>()),
       profile_(std::make_unique<Win32Profile>()),
       shell_(std::make_unique<Win32Shell>()),
+      installation_(std::make_unique<Win32Installation>()),
       platform_(new Platform{*registry_, *regEdit_, *versionInfo_, *files_, *environment_,
                              *codePage_, *messageBox_, *clock_, *services_, *serviceHost_,
                              *profile_, *shell_}) {}
 
 Win32Computer::~Win32Computer() = default;
+
+Installation& Win32Computer::installation() {
+    return *installation_;
+}
 
 }  // namespace platform::win32

@@ -1,6 +1,7 @@
 #pragma once
 #include <memory>
 
+#include "platform/Installation.h"
 #include "platform/Platform.h"
 
 namespace platform::win32 {
@@ -9,6 +10,7 @@ class Win32Clock;
 class Win32CodePage;
 class Win32Environment;
 class Win32FileSystem;
+class Win32Installation;
 class Win32MessageBox;
 class Win32Profile;
 class Win32RegEdit;
@@ -28,6 +30,7 @@ public:
     ~Win32Computer();
 
     Platform& platform() { return *platform_; }
+    Installation& installation();
 
 private:
     std::unique_ptr<Win32Registry> registry_;
@@ -42,6 +45,7 @@ private:
     std::unique_ptr<Win32ServiceHost> serviceHost_;
     std::unique_ptr<Win32Profile> profile_;
     std::unique_ptr<Win32Shell> shell_;
+    std::unique_ptr<Win32Installation> installation_;
     std::unique_ptr<Platform> platform_;
 };
 

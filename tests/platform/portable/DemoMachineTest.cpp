@@ -8,15 +8,15 @@
 #include <vector>
 
 #include "VersionQuery.h"
-#include "platform/portable/DemoMachine.h"
+#include "demo/DemoMachine.h"
 #include "support/TestMachine.h"
 
 // The demo machine as the discovery sees it: uninstall keys in both hives whose icons name
 // executables with matching version blocks.
 namespace {
 
-using platform::portable::DemoCounts;
-using platform::portable::populateDemoMachine;
+using demo::DemoCounts;
+using demo::populateDemoMachine;
 
 const std::string kUninstall = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
 const std::filesystem::path kCatalog =

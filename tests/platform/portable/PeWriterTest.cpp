@@ -9,13 +9,13 @@
 #include <vector>
 
 #include "VersionQuery.h"
-#include "platform/portable/PeWriter.h"
+#include "demo/PeWriter.h"
 #include "support/TestMachine.h"
 
 // Written images read back through the version-block calls exactly as they were described.
 namespace {
 
-using platform::portable::PeVersionInfo;
+using demo::PeVersionInfo;
 
 PeVersionInfo sample(bool pe32Plus) {
     PeVersionInfo info;

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 #include <vector>
-#include "platform/portable/PeWriter.h"
+#include "demo/PeWriter.h"
 
 // Builders of version blocks and of the smallest PE image that carries one, for tests that need
 // a shape no real file has. All numbers are little-endian.
@@ -16,11 +16,11 @@ inline void put(std::string& bytes, std::size_t offset, std::uint32_t value, uns
 }
 
 inline std::string utf16(const std::u16string& text) {
-    return platform::portable::utf16Bytes(text);
+    return demo::utf16Bytes(text);
 }
 
 // A node of a version block in its UTF-16 form.
-using Node = platform::portable::VersionNode;
+using Node = demo::VersionNode;
 
 // A string node whose length counts the terminator, as rc and windres store it.
 inline Node text(const std::u16string& key, const std::u16string& value) {
@@ -28,7 +28,7 @@ inline Node text(const std::u16string& key, const std::u16string& value) {
 }
 
 inline std::string encode(const Node& node) {
-    return platform::portable::encodeVersionNode(node);
+    return demo::encodeVersionNode(node);
 }
 
 // A node without a value over its children.
@@ -62,7 +62,7 @@ inline constexpr std::size_t kData = 0x58;
 
 // A PE32+ image with one .rsrc section holding the resource as RT_VERSION, name 1, language 1033.
 inline std::string peImage(const std::string& resource) {
-    return platform::portable::peImageWithVersionResource(resource, true, 0x0409);
+    return demo::peImageWithVersionResource(resource, true, 0x0409);
 }
 
 }  // namespace version_image

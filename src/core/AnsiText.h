@@ -5,7 +5,7 @@
 
 #include "platform/CodePage.h"
 
-namespace state {
+namespace core {
 
 // Text crosses the platform interfaces in the machine's ANSI code page.
 inline QString fromAnsi(const platform::CodePage& codePage, const std::string& bytes) {
@@ -16,4 +16,4 @@ inline std::string toAnsi(const platform::CodePage& codePage, const QString& tex
     return codePage.toAnsi(text.toStdU16String());
 }
 
-}  // namespace state
+}  // namespace core

@@ -1,11 +1,11 @@
-#include "platform/portable/DemoNames.h"
+#include "demo/DemoNames.h"
 
 #include <QString>
 
 #include <algorithm>
 #include <cctype>
 
-namespace platform::portable::demo {
+namespace demo {
 
 namespace {
 
@@ -90,4 +90,4 @@ bool hasCjk(std::string_view utf8) {
                        [](QChar c) { return c.unicode() >= 0x4E00 && c.unicode() <= 0x9FFF; });
 }
 
-}  // namespace platform::portable::demo
+}  // namespace demo

@@ -1,4 +1,4 @@
-#include "platform/portable/PeWriter.h"
+#include "demo/PeWriter.h"
 
 #include <QString>
 
@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-namespace platform::portable {
+namespace demo {
 
 namespace {
 
@@ -199,4 +199,4 @@ std::string writeVersionedPe(const PeVersionInfo& info) {
     return peImageWithVersionResource(versionBlock(info), info.pe32Plus, info.language);
 }
 
-}  // namespace platform::portable
+}  // namespace demo

@@ -1,4 +1,4 @@
-#include "platform/portable/DemoPrograms.h"
+#include "demo/DemoPrograms.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -7,9 +7,9 @@
 #include <set>
 #include <utility>
 
-#include "platform/portable/DemoNames.h"
+#include "demo/DemoNames.h"
 
-namespace platform::portable {
+namespace demo {
 
 namespace {
 
@@ -366,4 +366,4 @@ DemoPlan planDemoPrograms(const std::vector<CatalogEntry>& catalog, unsigned see
     return planner.finish();
 }
 
-}  // namespace platform::portable
+}  // namespace demo

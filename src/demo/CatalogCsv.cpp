@@ -1,4 +1,4 @@
-#include "platform/portable/CatalogCsv.h"
+#include "demo/CatalogCsv.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string_view>
 
-namespace platform::portable {
+namespace demo {
 
 namespace {
 
@@ -139,4 +139,4 @@ std::optional<std::vector<CatalogEntry>> readCatalog(const std::filesystem::path
     return entries;
 }
 
-}  // namespace platform::portable
+}  // namespace demo

@@ -2,10 +2,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/portable/CatalogCsv.h"
-#include "platform/portable/PeWriter.h"
+#include "demo/CatalogCsv.h"
+#include "demo/PeWriter.h"
 
-namespace platform::portable {
+namespace demo {
 
 // What a demo machine holds, by kind. A key or program may be of several kinds.
 struct DemoCounts {
@@ -42,4 +42,4 @@ struct DemoPlan {
 DemoPlan planDemoPrograms(const std::vector<CatalogEntry>& catalog, unsigned seed,
                           const std::string& userName);
 
-}  // namespace platform::portable
+}  // namespace demo

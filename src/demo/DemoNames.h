@@ -6,7 +6,7 @@
 #include <string_view>
 
 // How the demo machine derives what installers write from a catalog entry. Texts are UTF-8.
-namespace platform::portable::demo {
+namespace demo {
 
 // "1", "2.0.1", "115.0.5790.110": at most four dot-separated numbers that fit in 16 bits
 // each, as a fixed version block can hold them.
@@ -28,4 +28,4 @@ std::string asciiFileName(std::string_view text);
 // True when the text holds CJK ideographs, for which a build names the Chinese table.
 bool hasCjk(std::string_view utf8);
 
-}  // namespace platform::portable::demo
+}  // namespace demo

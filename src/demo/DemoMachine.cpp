@@ -1,4 +1,4 @@
-#include "platform/portable/DemoMachine.h"
+#include "demo/DemoMachine.h"
 
 #include <QString>
 
@@ -9,7 +9,11 @@
 #include "platform/portable/Machine.h"
 #include "platform/portable/WinPath.h"
 
-namespace platform::portable {
+namespace demo {
+
+using platform::GetFileName;
+using platform::GetParentFolderName;
+using platform::portable::Machine;
 
 namespace {
 
@@ -28,7 +32,8 @@ bool writeFile(const std::filesystem::path& file, const std::string& bytes) {
 
 }  // namespace
 
-bool populateDemoMachine(Machine& machine, const std::filesystem::path& catalogCsv, unsigned seed,
+bool populateDemoMachine(platform::portable::Machine& machine,
+                         const std::filesystem::path& catalogCsv, unsigned seed,
                          std::string* problems, DemoCounts* counts) {
     const auto catalog = readCatalog(catalogCsv, problems);
     if (!catalog) {
@@ -70,4 +75,4 @@ bool populateDemoMachine(Machine& machine, const std::filesystem::path& catalogC
     return true;
 }
 
-}  // namespace platform::portable
+}  // namespace demo

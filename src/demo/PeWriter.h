@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform::portable {
+namespace demo {
 
 // What the version resource of a written image says. Texts are UTF-8; a text left out has
 // no string node at all, which a reader tells apart from an empty one.
@@ -54,4 +54,4 @@ std::string peImageWithVersionResource(std::string_view resource, bool pe32Plus,
 // Both of the above: the bytes of an executable carrying that version information.
 std::string writeVersionedPe(const PeVersionInfo& info);
 
-}  // namespace platform::portable
+}  // namespace demo

@@ -3,7 +3,7 @@
 
 #include "platform/FileSystem.h"
 
-namespace state {
+namespace core {
 
 // The FileSystemObject's path texts on the program's own strings.
 inline QString GetParentFolderName(const QString& path) {
@@ -14,4 +14,4 @@ inline QString GetFileName(const QString& path) {
     return QString::fromStdU16String(platform::GetFileName(path.toStdU16String()));
 }
 
-}  // namespace state
+}  // namespace core

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace platform::portable {
+namespace demo {
 
 // One program of a package catalog, texts in UTF-8.
 struct CatalogEntry {
@@ -21,4 +21,4 @@ struct CatalogEntry {
 std::optional<std::vector<CatalogEntry>> readCatalog(const std::filesystem::path& file,
                                                      std::string* problem);
 
-}  // namespace platform::portable
+}  // namespace demo
