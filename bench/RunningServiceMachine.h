@@ -5,14 +5,14 @@
 #include <memory>
 
 #include "platform/portable/Machine.h"
+#include "scan/QuietViews.h"
 #include "service/ServiceControl.h"
-#include "state/DataFolders.h"
+#include "shell/Program.h"
 #include "state/ProductNames.h"
 #include "state/modRegistry.h"
-#include "state/modServiceCom.h"
 
-// A machine with the service installed and running, and a client of it. `prepare` sees the
-// machine before the service starts. Needs SERVICE_PROGRAM.
+// A machine with the service installed and running, and the program on it with its data folder
+// made. `prepare` sees the machine before the service starts. Needs SERVICE_PROGRAM.
 struct RunningServiceMachine {
     class NoRecovery final : public state::ServiceGate {
     public:
@@ -30,25 +30,23 @@ struct RunningServiceMachine {
             prepare(*machine);
         }
         auto& platform = machine->platform();
-        registry = std::make_unique<state::modRegistry>(platform);
-        registry->CreateKey(state::product::servicesKey());
-        registry->SetStringValue(state::product::servicesKey(), "DisplayName",
-                                 state::product::serviceName());
-        registry->SetStringValue(state::product::servicesKey(), "ImagePath",
-                                 "C:\\Program Files\\Tallowick\\Tallo-wickService.exe");
-        registry->CreateKey(state::product::key());
-        folders = std::make_unique<state::DataFolders>(platform, "C:\\Program Files\\Tallowick",
-                                                       "Tallowick");
-        client = std::make_unique<state::modServiceCom>(platform, *registry, *folders, gate);
-        folders->UpdateFileLocations(*client);
+        state::modRegistry registry(platform);
+        registry.CreateKey(state::product::servicesKey());
+        registry.SetStringValue(state::product::servicesKey(), "DisplayName",
+                                state::product::serviceName());
+        registry.SetStringValue(state::product::servicesKey(), "ImagePath",
+                                "C:\\Program Files\\Tallowick\\Tallo-wickService.exe");
+        registry.CreateKey(state::product::key());
+        program = std::make_unique<shell::Program>(platform, state::product::installFolder(),
+                                                   shell::ProgramViews{gate, pages, pages});
+        program->openDataFolder(true);
         service::startProductService(platform);
     }
     ~RunningServiceMachine() { service::stopProductService(machine->platform()); }
 
     QTemporaryDir dir;
     std::unique_ptr<platform::portable::Machine> machine;
-    std::unique_ptr<state::modRegistry> registry;
-    std::unique_ptr<state::DataFolders> folders;
     NoRecovery gate;
-    std::unique_ptr<state::modServiceCom> client;
+    scan::QuietListPages pages;
+    std::unique_ptr<shell::Program> program;
 };

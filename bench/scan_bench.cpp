@@ -12,48 +12,22 @@
 #include "QtBenchmarkMain.h"
 #include "RunningServiceMachine.h"
 #include "demo/DemoMachine.h"
-#include "platform/net/InetControl.h"
 #include "platform/portable/Machine.h"
 #include "scan/ScanDriver.h"
+#include "state/MainWindowView.h"
 #include "state/ProductNames.h"
-#include "state/SettingsFiles.h"
-#include "web/Tracking.h"
 
 namespace {
 
 using platform::portable::Machine;
-using state::product::key;
 
 // The scan page of nobody: it notes when each phase begins.
-class TimingPage final : public scan::ScanPageView, public scan::IgnorePageView {
+class TimingPage final : public scan::QuietScanPage {
 public:
-    void disableControls() override {}
-    void enableControls() override {}
-    void stopCoSellTimer() override {}
-    void showInternetReminder() override {}
-    void showScan() override {}
-    void showStartPage() override {}
     void scanPhase(int phase) override { started[phase - 1] = clock.nsecsElapsed(); }
-    void showScanLayout(const QString&) override {}
-    void clearResults() override {}
-    void setTotalItemsDetected(const QString&) override {}
-    void showRunning(bool) override {}
     void setProgressMaximum(int maximum) override { programs = maximum; }
-    void showProgress(int, int) override {}
-    void enableStop(bool) override {}
     void addResult(const scan::ScanResult&) override { ++updates; }
     void showNotice(const QString& formName) override { notice = formName; }
-    void showEmptyLayout() override {}
-    void finishScanLayout() override {}
-    void playSound(const QString&) override {}
-    void RestoreWindow() override {}
-    int showMessage(const QString&, std::uint32_t) override { return platform::mbresult::Yes; }
-    void beginRows() override {}
-    void addRow(const QStringList&) override {}
-    void endRows(int) override {}
-    int rowCount() override { return 0; }
-    bool rowChecked(int) override { return false; }
-    void setDeleteEnabled(bool) override {}
 
     QElapsedTimer clock;
     std::array<qint64, 4> started{};
@@ -65,9 +39,6 @@ public:
 // The demo machine with the service running, and the update server on a free port.
 struct Rig {
     Rig() {
-        auto& platform = service.machine->platform();
-        platform.files.MkDir("C:\\ProgramData\\Tallowick");
-        platform.files.MkDir("C:\\ProgramData\\Tallowick\\Settings");
         const QString database = service.dir.filePath("server.sqlite");
         QProcess::execute(UPDATE_SERVER, {"--database", database, "--import", BENCH_CATALOG});
         server.start(UPDATE_SERVER, {"--database", database, "--port", "0"});
@@ -89,35 +60,16 @@ struct Rig {
 
 void BM_Scan(benchmark::State& state) {
     Rig rig;
-    auto& platform = rig.service.machine->platform();
-    const QString dataFolder = "C:\\ProgramData\\Tallowick\\";
-    state::modSettings settings(platform);
-    settings.setSettingsPath(dataFolder + "Settings\\Tallowick.ini");
-    localisation::LanguageText language("TW");
-    language.SetLanguageText("[[Code_Strings]]\r\nstrURL_SH_Corporate=" + rig.base +
-                             "\r\nstrLoc_TW_ReportError=x\r\nstrLoc_TW_SureYouWantToStop=x\r\n"
-                             "strLoc_TW_UnavailableCapital=Unavailable\r\n; end\r\n");
-    language.InitCodeStrings();
-    state::lst holder;
-    state::SettingsFiles files(platform, dataFolder, holder, "Tallowick");
-    scan::DetectionLists lists(platform.messageBox);
+    shell::Program& program = *rig.service.program;
+    program.language.SetLanguageText(
+        "[[Code_Strings]]\r\nstrURL_SH_Corporate=" + rig.base +
+        "\r\nstrLoc_TW_ReportError=x\r\nstrLoc_TW_SureYouWantToStop=x\r\n"
+        "strLoc_TW_UnavailableCapital=Unavailable\r\n; end\r\n");
+    program.language.InitCodeStrings();
+    program.useServer(rig.base);
     TimingPage page;
-    scan::IgnoreList ignore(holder, lists.ignoreEntryList, files, language, page);
-    bool retry = false;
-    web::Tracking tracking(*rig.service.registry, *rig.service.client, holder, language,
-                           web::TrackingFacts{"TW", key(), "1.0.0", &retry, [] { return "0"; }});
-    platform::net::InetControl inet;
-    scan::modUpdateCOmponent component(platform, inet);
-    component.setAccessKey(scan::modUpdateCOmponent::kAccessKey);
-    component.setServerBase(rig.base);
-    state::ActivityLog log(platform, settings, dataFolder + "Tallowick Log.txt");
-    state::clsList results(platform.messageBox);
-    results.InitList(6, scan::DetectionLists::kGrowBy);
-    scan::ScanControl control;
-    scan::ScanDriver driver(scan::ScanParts{platform, settings, *rig.service.registry,
-                                            *rig.service.client, tracking, language, ignore, lists,
-                                            results, component, log, control, page, "Tallowick",
-                                            "C:\\Program Files\\Tallowick", dataFolder});
+    state::NoMainWindow window;
+    scan::ScanDriver driver(program.scanParts(page, window));
 
     std::array<double, 4> phaseMs{};
     for (auto _ : state) {
@@ -128,7 +80,7 @@ void BM_Scan(benchmark::State& state) {
             const qint64 until = phase < 3 ? page.started[phase + 1] : end;
             phaseMs[phase] += double(until - page.started[phase]) / 1e6;
         }
-        holder.lstURLs.clear();
+        program.holder.lstURLs.clear();
     }
     const double runs = double(state.iterations());
     state.counters["preparation_ms"] = phaseMs[0] / runs;
@@ -136,7 +88,7 @@ void BM_Scan(benchmark::State& state) {
     state.counters["lookups_ms"] = phaseMs[2] / runs;
     state.counters["closing_ms"] = phaseMs[3] / runs;
     state.counters["programs"] = page.programs;
-    state.counters["updates"] = double(results.Count());
+    state.counters["updates"] = double(program.results.Count());
     if (!page.notice.isEmpty()) {
         state.SkipWithError(("the scan ended with " + page.notice).toStdString().c_str());
     }

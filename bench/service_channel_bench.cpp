@@ -37,8 +37,9 @@ void BM_SendRoundTrip(benchmark::State& state) {
     int i = 0;
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
-        channel.client->SendToService("RegSetString|" + key() + "|Bench|" + QString::number(++i));
-        benchmark::DoNotOptimize(channel.registry->GetStringValue(key(), "Bench"));
+        channel.program->channel.SendToService("RegSetString|" + key() + "|Bench|" +
+                                               QString::number(++i));
+        benchmark::DoNotOptimize(channel.program->registry.GetStringValue(key(), "Bench"));
         milliseconds.push_back(
             std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
                 .count());
@@ -55,10 +56,11 @@ BENCHMARK(BM_SendRoundTrip)->Iterations(300)->Unit(benchmark::kMillisecond);
 void BM_WaitCpu(benchmark::State& state) {
     RunningServiceMachine channel;
     auto& platform = channel.machine->platform();
-    channel.registry->SetStringValue(key(), "Install", "1");
+    channel.program->registry.SetStringValue(key(), "Install", "1");
     for (auto _ : state) {
         service::stopProductService(platform);
-        channel.client->WriteServiceFile(kCommandFile, "RegSetString|" + key() + "|Held|1");
+        channel.program->channel.WriteServiceFile(kCommandFile,
+                                                  "RegSetString|" + key() + "|Held|1");
         std::thread starter([&channel] {
             std::this_thread::sleep_for(std::chrono::seconds(1));
             std::string problems;
@@ -67,7 +69,7 @@ void BM_WaitCpu(benchmark::State& state) {
         });
         const auto wallStart = std::chrono::steady_clock::now();
         const double cpuStart = threadCpuSeconds();
-        channel.client->SendToService("RegSetString|" + key() + "|After|1");
+        channel.program->channel.SendToService("RegSetString|" + key() + "|After|1");
         const double cpu = threadCpuSeconds() - cpuStart;
         const double wall =
             std::chrono::duration<double>(std::chrono::steady_clock::now() - wallStart).count();

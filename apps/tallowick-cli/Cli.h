@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "ConsoleAnswers.h"
 #include "platform/portable/Machine.h"
 
 namespace cli {
@@ -20,7 +21,8 @@ public:
     explicit Context(QStringList arguments) : arguments_(std::move(arguments)) {}
 
     const QStringList& arguments() const { return arguments_; }
-    // The machine of TALLOWICK_MACHINE; null after printing why it could not be opened.
+    // The machine of TALLOWICK_MACHINE, its boxes answered on the console; null after printing
+    // why it could not be opened.
     platform::portable::Machine* machine();
 
     static void out(const QString& line);
@@ -28,6 +30,7 @@ public:
 
 private:
     QStringList arguments_;
+    ConsoleAnswers answers_;
     std::unique_ptr<platform::portable::Machine> machine_;
 };
 

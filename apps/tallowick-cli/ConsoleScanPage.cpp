@@ -3,7 +3,6 @@
 #include <QTimer>
 
 #include "Cli.h"
-#include "ConsolePages.h"
 #include "localisation/FormText.h"
 
 namespace cli {
@@ -75,10 +74,6 @@ void ConsoleScanPage::showEmptyLayout() {
     Context::out(QStringLiteral("empty\t") +
                  oneLine(localisation::FormStatementValue(language_, QStringLiteral("frmMain"),
                                                           QStringLiteral("lblResults_2.Caption"))));
-}
-
-int ConsoleScanPage::showMessage(const QString& text, std::uint32_t style) {
-    return answerOnConsole(text, style);
 }
 
 }  // namespace cli

@@ -2,14 +2,14 @@
 #include <functional>
 
 #include "localisation/LanguageText.h"
-#include "scan/ScanPageView.h"
+#include "scan/QuietViews.h"
 
 namespace cli {
 
 // The scan page on the console: a line for each phase, each program looked up, each update
 // found and each notice, tab-separated for scripts. Ctrl-C is the Stop button: it works once
 // Stop is enabled, and one pressed before waits for that moment.
-class ConsoleScanPage final : public scan::ScanPageView {
+class ConsoleScanPage final : public scan::QuietScanPage {
 public:
     explicit ConsoleScanPage(const localisation::LanguageText& language) : language_(language) {}
 
@@ -17,21 +17,10 @@ public:
     std::function<void()> stop;
     void interrupt();
 
-    const QString& itemsDetected() const { return itemsDetected_; }
     int programs() const { return programs_; }
     const QString& notice() const { return notice_; }
 
-    void disableControls() override {}
-    void enableControls() override {}
-    void stopCoSellTimer() override {}
-    void showInternetReminder() override {}
-    void showScan() override {}
-    void showStartPage() override {}
     void scanPhase(int phase) override;
-    void showScanLayout(const QString&) override {}
-    void clearResults() override {}
-    void setTotalItemsDetected(const QString& caption) override { itemsDetected_ = caption; }
-    void showRunning(bool) override {}
     void setProgressMaximum(int maximum) override;
     void showProgress(int value, int maximum) override;
     void enableStop(bool enabled) override;
@@ -40,13 +29,9 @@ public:
     void showEmptyLayout() override;
     // Stop is hidden from here on.
     void finishScanLayout() override { stopEnabled_ = false; }
-    void playSound(const QString&) override {}
-    void RestoreWindow() override {}
-    int showMessage(const QString& text, std::uint32_t style) override;
 
 private:
     const localisation::LanguageText& language_;
-    QString itemsDetected_;
     QString notice_;
     int programs_ = 0;
     bool stopEnabled_ = false;

@@ -12,6 +12,9 @@ platform::portable::Machine* Context::machine() {
         if (!problems.empty()) {
             err(QString::fromStdString(problems).trimmed());
         }
+        if (machine_) {
+            machine_->setMessageBox(answers_);
+        }
     }
     return machine_.get();
 }

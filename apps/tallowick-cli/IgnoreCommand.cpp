@@ -1,8 +1,8 @@
 #include "Cli.h"
-#include "ProgramLists.h"
+#include "ConsoleProgram.h"
 #include "core/BasicText.h"
 #include "scan/ResultsActions.h"
-#include "state/ActivityLog.h"
+#include "state/ProductNames.h"
 
 namespace cli {
 
@@ -20,16 +20,15 @@ int ignoreCommand(Context& context) {
     if (!fits) {
         return kUsage;
     }
-    return withProgramLists(context, [&](ProgramLists& lists) {
+    return withProgram(context, {}, [&](ConsoleProgram& console) {
+        shell::Program& program = console.program;
         if (action == QLatin1String("add")) {
-            state::ActivityLog log(lists.platform, lists.settings,
-                                   lists.dataFolder + state::product::activityLog());
-            scan::IgnoreProgram(lists.holder, log, arguments[1], arguments[2], arguments[3],
-                                arguments.value(4));
-            lists.files.SaveData();
+            scan::IgnoreProgram(program.holder, program.log, arguments[1], arguments[2],
+                                arguments[3], arguments.value(4));
+            program.files.SaveData();
             return kOk;
         }
-        const int count = lists.ignore.LoadIgnoredToList();
+        const int count = program.ignore.LoadIgnoredToList();
         if (action == QLatin1String("remove")) {
             for (const QString& number : arguments.mid(1)) {
                 bool ok = false;
@@ -38,12 +37,12 @@ int ignoreCommand(Context& context) {
                     Context::err("no entry " + number + " in the ignore list");
                     return kFailed;
                 }
-                lists.pages.checked.insert(row);
+                console.pages.checked.insert(row);
             }
-            lists.ignore.cmdDeleteSelected_Click();
+            program.ignore.cmdDeleteSelected_Click();
             return kOk;
         }
-        state::clsList& entries = lists.lists.ignoreEntryList;
+        state::clsList& entries = program.lists.ignoreEntryList;
         for (int row = 0; row < count; ++row) {
             Context::out(QString::number(row + 1) + u'\t' + core::trim(entries.ItemText(row)) +
                          u'\t' + entries.SubItemText(row, 1) + u'\t' + entries.SubItemText(row, 2) +
@@ -62,15 +61,16 @@ int statsCommand(Context& context) {
     if (!arguments.isEmpty() && !reset) {
         return kUsage;
     }
-    return withProgramLists(context, [&](ProgramLists& lists) {
+    return withProgram(context, {}, [&](ConsoleProgram& console) {
         if (reset) {
-            lists.statistics.ResetStatistics();
+            console.program.statistics.ResetStatistics();
         }
-        lists.statistics.StatusInfoDisplay();
+        console.program.statistics.StatusInfoDisplay();
         const char* names[] = {"lastScan", "numberOfScans", "updatesAvailable",
                                "ignored",  "version",       "scheduler"};
         for (int i = 0; i < 6; ++i) {
-            Context::out(QString::fromLatin1(names[i]) + u'=' + lists.pages.captions[i].trimmed());
+            Context::out(QString::fromLatin1(names[i]) + u'=' +
+                         console.pages.captions[i].trimmed());
         }
         return kOk;
     });

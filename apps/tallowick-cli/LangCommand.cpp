@@ -1,6 +1,5 @@
 #include "Cli.h"
-#include "InstalledLanguage.h"
-#include "localisation/LanguageText.h"
+#include "ConsoleProgram.h"
 
 namespace cli {
 
@@ -13,18 +12,12 @@ int langCommand(Context& context) {
     if (arguments.value(0) != QLatin1String("get") || (arguments.size() != 2 && !withLanguage)) {
         return kUsage;
     }
-    auto* machine = context.machine();
-    if (machine == nullptr) {
-        return kFailed;
-    }
-    shell::ProcessState state;
-    localisation::LanguageText language(state.applicationId);
     const QString switches = withLanguage ? QStringLiteral("/language=") + arguments[3] : QString();
-    if (!startInstalledLanguage(machine->platform(), switches, state, language)) {
-        return kFailed;
-    }
-    Context::out(language.GetStrLocValue(arguments[1]).replace(QStringLiteral("\r\n"), "\n"));
-    return kOk;
+    return withProgram(context, {true, false, switches}, [&](ConsoleProgram& console) {
+        Context::out(console.program.language.GetStrLocValue(arguments[1])
+                         .replace(QStringLiteral("\r\n"), "\n"));
+        return kOk;
+    });
 }
 
 }  // namespace cli

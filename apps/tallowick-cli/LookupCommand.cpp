@@ -1,8 +1,5 @@
 #include "Cli.h"
-#include "InstalledLanguage.h"
-#include "ProgramSettings.h"
-#include "localisation/LanguageText.h"
-#include "platform/net/InetControl.h"
+#include "ConsoleProgram.h"
 #include "scan/ScanOSWord.h"
 #include "scan/UpdateRecord.h"
 #include "scan/modUpdateCOmponent.h"
@@ -30,53 +27,42 @@ int lookupCommand(Context& context) {
     if (arguments.size() != 3 && arguments.size() != 4) {
         return kUsage;
     }
-    auto* machine = context.machine();
-    if (machine == nullptr) {
-        return kFailed;
-    }
-    auto& platform = machine->platform();
-    shell::ProcessState state;
-    localisation::LanguageText language(state.applicationId);
-    if (!startInstalledLanguage(platform, QString(), state, language)) {
-        return kFailed;
-    }
-
-    state::modSettings settings(platform);
-    openProgramSettings(platform, state.programFolder, true, settings);
-    platform::net::InetControl inet;
-    scan::modUpdateCOmponent component(platform, inet);
-    component.setAccessKey(QLatin1String(scan::modUpdateCOmponent::kAccessKey));
-    component.setServerBase(
-        server.isEmpty() ? language.GetStrLocValue(QStringLiteral("strURL_SH_Corporate")) : server);
-    const auto encode = [&platform](const QString& text) {
-        return scan::EncodeQueryValue(text, platform.codePage);
-    };
-    const QString packed = component.RetrieveUpdate(
-        encode(arguments[0]), encode(arguments[1]), encode(arguments.value(3)),
-        encode(arguments[2]), QString(), false,
-        settings.ReadSetting(state::setting::UID, QString()), state::product::ownVersion(),
-        encode(scan::ScanOSWord(platform.environment.osVersion())));
-    const auto record = scan::UnpackUpdateRecord(packed);
-    if (!record) {
-        Context::err("the answer could not be read: " + packed);
-        return kFailed;
-    }
-    settings.WriteSetting(state::setting::UID, record->UID);
-    for (const auto& [name, value] : std::initializer_list<std::pair<const char*, QString>>{
-             {"FVR1", record->FVR1},
-             {"PVR1", record->PVR1},
-             {"FVR2", record->FVR2},
-             {"PVR2", record->PVR2},
-             {"HUR", record->HUR},
-             {"DUR", record->DUR},
-             {"COM", record->COM},
-             {"UID", record->UID},
-             {"ErrCode", record->ErrCode},
-             {"ErrDesc", record->ErrDesc},
-             {"Status", QString::number(record->Status)}}) {
-        Context::out(QString::fromLatin1(name) + u'=' + value);
-    }
-    return kOk;
+    return withProgram(context, {}, [&](ConsoleProgram& console) {
+        shell::Program& program = console.program;
+        if (!server.isEmpty()) {
+            program.useServer(server);
+        }
+        const auto encode = [&program](const QString& text) {
+            return scan::EncodeQueryValue(text, program.platform.codePage);
+        };
+        const QString packed = program.component.RetrieveUpdate(
+            encode(arguments[0]), encode(arguments[1]), encode(arguments.value(3)),
+            encode(arguments[2]), QString(), false,
+            program.settings.ReadSetting(state::setting::UID, QString()),
+            state::product::ownVersion(),
+            encode(scan::ScanOSWord(program.platform.environment.osVersion())));
+        const auto record = scan::UnpackUpdateRecord(packed);
+        if (!record) {
+            Context::err("the answer could not be read: " + packed);
+            return kFailed;
+        }
+        program.settings.WriteSetting(state::setting::UID, record->UID);
+        for (const auto& [name, value] : std::initializer_list<std::pair<const char*, QString>>{
+                 {"FVR1", record->FVR1},
+                 {"PVR1", record->PVR1},
+                 {"FVR2", record->FVR2},
+                 {"PVR2", record->PVR2},
+                 {"HUR", record->HUR},
+                 {"DUR", record->DUR},
+                 {"COM", record->COM},
+                 {"UID", record->UID},
+                 {"ErrCode", record->ErrCode},
+                 {"ErrDesc", record->ErrDesc},
+                 {"Status", QString::number(record->Status)}}) {
+            Context::out(QString::fromLatin1(name) + u'=' + value);
+        }
+        return kOk;
+    });
 }
 
 }  // namespace cli

@@ -1,5 +1,5 @@
 #include "Cli.h"
-#include "ConsoleService.h"
+#include "ConsoleProgram.h"
 #include "core/AnsiText.h"
 #include "scan/DetectionDumps.h"
 #include "scan/DetectionLists.h"
@@ -44,12 +44,13 @@ int programsCommand(Context& context) {
     QStringList log;
 
     state::FileHelpers files(platform);
-    std::unique_ptr<ConsoleService> service;
+    std::unique_ptr<ConsoleProgram> console;
     std::unique_ptr<scan::DetectionDumps> dumpFiles;
     if (dumps) {
-        service = std::make_unique<ConsoleService>(platform);
-        dumpFiles =
-            std::make_unique<scan::DetectionDumps>(platform, files, service->folders.dataFolder());
+        console = std::make_unique<ConsoleProgram>(*machine);
+        console->program.openDataFolder(true);
+        dumpFiles = std::make_unique<scan::DetectionDumps>(console->platform, files,
+                                                           console->program.dataFolder);
         dumpFiles->begin(ignored);
     }
     scan::ProgramFilter filter(detected, ignored, log, [&dumpFiles](const QString& entry) {
@@ -65,7 +66,7 @@ int programsCommand(Context& context) {
     });
     if (dumpFiles) {
         dumpFiles->finish(detected);
-        Context::err("dumps written to " + service->folders.dataFolder());
+        Context::err("dumps written to " + console->program.dataFolder);
     }
     if (!why) {
         for (int i = 0; i < detected.Count(); ++i) {

@@ -1,65 +1,19 @@
 #include <QEventLoop>
-#include <QSocketNotifier>
 #include <QTimer>
 
-#include <unistd.h>
 #include <csignal>
 
 #include "Cli.h"
+#include "ConsoleProgram.h"
 #include "ConsoleScanPage.h"
-#include "ConsoleService.h"
-#include "ProgramLists.h"
-#include "core/AnsiText.h"
-#include "platform/net/InetControl.h"
+#include "platform/events/SignalEvents.h"
 #include "scan/ScanDriver.h"
-#include "state/ActivityLog.h"
-#include "state/clsList.h"
-#include "web/Tracking.h"
-#include "web/TrackingQueue.h"
+#include "state/MainWindowView.h"
+#include "state/SettingNames.h"
 
 namespace cli {
 
 namespace {
-
-// The write end of the pipe that turns Ctrl-C into an event of the message loop.
-int interruptPipe[2] = {-1, -1};
-
-void onInterrupt(int) {
-    const char byte = 1;
-    [[maybe_unused]] const ssize_t written = write(interruptPipe[1], &byte, 1);
-    // A second Ctrl-C ends the process as it normally would.
-    std::signal(SIGINT, SIG_DFL);
-}
-
-// Ctrl-C presses the page's Stop button for as long as the object lives.
-class InterruptAsStop {
-public:
-    explicit InterruptAsStop(ConsoleScanPage& page) {
-        if (pipe(interruptPipe) != 0) {
-            return;
-        }
-        notifier_ = std::make_unique<QSocketNotifier>(interruptPipe[0], QSocketNotifier::Read);
-        QObject::connect(notifier_.get(), &QSocketNotifier::activated, [&page] {
-            char byte = 0;
-            [[maybe_unused]] const ssize_t read = ::read(interruptPipe[0], &byte, 1);
-            page.interrupt();
-        });
-        std::signal(SIGINT, onInterrupt);
-    }
-    ~InterruptAsStop() {
-        std::signal(SIGINT, SIG_DFL);
-        notifier_.reset();
-        for (int& end : interruptPipe) {
-            if (end >= 0) {
-                close(end);
-                end = -1;
-            }
-        }
-    }
-
-private:
-    std::unique_ptr<QSocketNotifier> notifier_;
-};
 
 // Lets the tracking queue send what the scan queued, for at most `seconds`.
 void drainTracking(state::lst& holder, web::TrackingQueue& queue, int seconds) {
@@ -95,55 +49,36 @@ int scanCommand(Context& context) {
     if (!arguments.isEmpty()) {
         return kUsage;
     }
-    return withProgramLists(context, [&](ProgramLists& program) {
-        platform::Platform& platform = program.platform;
+    return withProgram(context, {}, [&](ConsoleProgram& console) {
+        shell::Program& program = console.program;
         if (!server.isEmpty()) {
-            program.language.SetCodeString(QStringLiteral("strURL_SH_Corporate"), server);
+            program.useServer(server);
         }
-        ConsoleService service(platform);
         ConsoleScanPage page(program.language);
-        bool retry = false;
-        web::Tracking tracking(
-            service.registry, service.channel, program.holder, program.language,
-            web::TrackingFacts{program.state.applicationId, state::product::key(),
-                               state::product::ownVersion(), &retry,
-                               [&page] { return page.itemsDetected(); }});
-        web::TrackingQueue queue(program.holder);
-        platform::net::InetControl inet;
-        scan::modUpdateCOmponent component(platform, inet);
-        component.setAccessKey(QLatin1String(scan::modUpdateCOmponent::kAccessKey));
-        component.setServerBase(
-            program.language.GetStrLocValue(QStringLiteral("strURL_SH_Corporate")));
-        const QString logPath = program.dataFolder + state::product::activityLog();
-        state::ActivityLog log(platform, program.settings, logPath);
-        state::clsList results(platform.messageBox);
-        results.InitList(6, scan::DetectionLists::kGrowBy);
-        scan::ScanControl control;
-        control.DebugDumps = dumps;
-        control.unattendedScan = true;
-
-        scan::ScanDriver driver(scan::ScanParts{
-            platform, program.settings, service.registry, service.channel, tracking,
-            program.language, program.ignore, program.lists, results, component, log, control, page,
-            program.state.productName, program.state.programFolder, program.dataFolder});
+        state::NoMainWindow window;
+        program.control.DebugDumps = dumps;
+        program.control.unattendedScan = true;
+        scan::ScanDriver driver(program.scanParts(page, window));
         page.stop = [&driver] { driver.cmdStopScan_Click(); };
         {
-            InterruptAsStop interrupts(page);
+            // Ctrl-C presses the page's Stop button while the scan runs.
+            const platform::events::SignalEvents interrupts(
+                {SIGINT}, [&page] { page.interrupt(); }, true);
             driver.InitiateScan(true);
         }
-        drainTracking(program.holder, queue, 5);
+        drainTracking(program.holder, program.trackingQueue, 5);
 
-        const QString state = !page.notice().isEmpty() ? QStringLiteral("failed")
-                              : control.ScanCancelled  ? QStringLiteral("stopped")
-                                                       : QStringLiteral("completed");
+        const QString state = !page.notice().isEmpty()        ? QStringLiteral("failed")
+                              : program.control.ScanCancelled ? QStringLiteral("stopped")
+                                                              : QStringLiteral("completed");
         const QString scans =
             program.settings.ReadSetting(state::setting::NumberOfScans, QStringLiteral("0"));
         for (const auto& [name, value] : std::initializer_list<std::pair<const char*, QString>>{
                  {"state", state},
                  {"programs", QString::number(page.programs())},
-                 {"updates", QString::number(results.Count())},
+                 {"updates", QString::number(program.results.Count())},
                  {"scans", scans},
-                 {"log", logPath}}) {
+                 {"log", program.log.path()}}) {
             Context::out(QStringLiteral("summary\t") + QLatin1String(name) + u'\t' + value);
         }
         if (dumps) {

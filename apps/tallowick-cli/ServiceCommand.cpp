@@ -1,5 +1,5 @@
 #include "Cli.h"
-#include "ConsoleService.h"
+#include "ConsoleProgram.h"
 #include "service/ServiceControl.h"
 
 namespace cli {
@@ -55,10 +55,11 @@ int serviceCommand(Context& context) {
     if (action == QLatin1String("stop")) {
         return reportControl(platform, service::stopProductService(platform));
     }
-    ConsoleService console(platform);
-    console.channel.SendToService(arguments.mid(1).join(QStringLiteral("\r\n")));
-    Context::out(QStringLiteral("taken"));
-    return kOk;
+    return withProgram(context, {false, true, {}}, [&](ConsoleProgram& console) {
+        console.program.channel.SendToService(arguments.mid(1).join(QStringLiteral("\r\n")));
+        Context::out(QStringLiteral("taken"));
+        return kOk;
+    });
 }
 
 }  // namespace cli

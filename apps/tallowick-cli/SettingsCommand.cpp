@@ -1,8 +1,5 @@
 #include "Cli.h"
-#include "ConsoleService.h"
-#include "ProgramSettings.h"
-#include "core/AnsiText.h"
-#include "state/modSettings.h"
+#include "ConsoleProgram.h"
 
 namespace cli {
 
@@ -20,29 +17,23 @@ int settingsCommand(Context& context) {
     if (!fits) {
         return kUsage;
     }
-    auto* machine = context.machine();
-    if (machine == nullptr) {
-        return kFailed;
-    }
-    auto& platform = machine->platform();
-    const QString programFolder =
-        core::fromAnsi(platform.codePage, platform.environment.programFolder());
-    state::modSettings settings(platform);
-    openProgramSettings(platform, programFolder, false, settings);
-    if (action == QLatin1String("get")) {
-        Context::out(settings.ReadSetting(arguments[1], arguments[2], arguments.value(3)));
-    } else if (action == QLatin1String("set")) {
-        ConsoleService console(platform);
-        openProgramSettings(platform, programFolder, true, settings);
-        settings.WriteSetting(arguments[1], arguments[2], arguments[3]);
-        if (settings.ReadSetting(arguments[1], arguments[2], QString()) != arguments[3].trimmed()) {
-            Context::err(settings.settingsPath() + ": the key could not be written");
-            return kFailed;
+    const bool set = action == QLatin1String("set");
+    return withProgram(context, {false, set, {}}, [&](ConsoleProgram& console) {
+        state::modSettings& settings = console.program.settings;
+        if (action == QLatin1String("get")) {
+            Context::out(settings.ReadSetting(arguments[1], arguments[2], arguments.value(3)));
+        } else if (set) {
+            settings.WriteSetting(arguments[1], arguments[2], arguments[3]);
+            if (settings.ReadSetting(arguments[1], arguments[2], QString()) !=
+                arguments[3].trimmed()) {
+                Context::err(settings.settingsPath() + ": the key could not be written");
+                return kFailed;
+            }
+        } else {
+            settings.DeleteSetting(arguments[1], arguments[2]);
         }
-    } else {
-        settings.DeleteSetting(arguments[1], arguments[2]);
-    }
-    return kOk;
+        return kOk;
+    });
 }
 
 }  // namespace cli

@@ -20,8 +20,13 @@ QString displayText(const QString& text) {
 
 IgnoreList::IgnoreList(state::lst& lst, state::clsList& IgnoreEntryList,
                        state::SettingsFiles& files, const localisation::LanguageText& language,
-                       IgnorePageView& view)
-    : lst_(lst), entries_(IgnoreEntryList), files_(files), language_(language), view_(view) {}
+                       IgnorePageView& view, const state::UniMessageBox& box)
+    : lst_(lst),
+      entries_(IgnoreEntryList),
+      files_(files),
+      language_(language),
+      view_(view),
+      box_(box) {}
 
 QString IgnoreList::text(const char* name) const {
     return language_.GetStrLocValue(QString::fromLatin1(name));
@@ -70,7 +75,7 @@ void IgnoreList::cmdDeleteSelected_Click() {
     using namespace platform::mbstyle;
     const int rows = view_.rowCount();
     if (rows == 0) {
-        view_.showMessage(text("strLoc_SH_NoItemsToRemove"), Ok | IconExclamation);
+        box_.UniMsgBox(text("strLoc_SH_NoItemsToRemove"), Ok | IconExclamation);
         return;
     }
     int checked = 0;
@@ -78,10 +83,10 @@ void IgnoreList::cmdDeleteSelected_Click() {
         checked += view_.rowChecked(row) ? 1 : 0;
     }
     if (checked == 0) {
-        view_.showMessage(text("strLoc_SH_NoItemsSelected"), IconInformation);
+        box_.UniMsgBox(text("strLoc_SH_NoItemsSelected"), IconInformation);
         return;
     }
-    if (view_.showMessage(text("strLoc_SH_SureYouWantDeleteIgnoreItems"), YesNo) !=
+    if (box_.UniMsgBox(text("strLoc_SH_SureYouWantDeleteIgnoreItems"), YesNo) !=
         platform::mbresult::Yes) {
         return;
     }
@@ -98,11 +103,11 @@ void IgnoreList::cmdDeleteSelected_Click() {
     LoadIgnoredToList();
     state::pumpEvents();
     view_.setDeleteEnabled(true);
-    view_.showMessage(checked == 1
-                          ? text("strLoc_SH_OneItemRemoved")
-                          : text("strLoc_SH_NumItemsRemoved")
-                                .replace(QStringLiteral(">>>NumItems}"), QString::number(checked)),
-                      IconInformation);
+    box_.UniMsgBox(checked == 1
+                       ? text("strLoc_SH_OneItemRemoved")
+                       : text("strLoc_SH_NumItemsRemoved")
+                             .replace(QStringLiteral(">>>NumItems}"), QString::number(checked)),
+                   IconInformation);
 }
 
 }  // namespace scan

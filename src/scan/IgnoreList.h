@@ -5,13 +5,14 @@
 
 #include "localisation/LanguageText.h"
 #include "state/SettingsFiles.h"
+#include "state/UniMessageBox.h"
 #include "state/clsList.h"
 #include "state/lst.h"
 
 namespace scan {
 
 // The ignore page as the logic sees it: the check-box list lstIgnore, the count beside it,
-// the remove button and the boxes it shows.
+// and the remove button.
 class IgnorePageView {
 public:
     virtual ~IgnorePageView() = default;
@@ -24,8 +25,6 @@ public:
     virtual int rowCount() = 0;
     virtual bool rowChecked(int row) = 0;
     virtual void setDeleteEnabled(bool enabled) = 0;
-    // A box with the platform's style number; the answer 1, 6 or 7.
-    virtual int showMessage(const QString& text, std::uint32_t style) = 0;
 };
 
 // Settings\Ignored.cus and its three copies in memory. The hidden list lst.lstIgnoreListFile
@@ -34,7 +33,8 @@ public:
 class IgnoreList {
 public:
     IgnoreList(state::lst& lst, state::clsList& IgnoreEntryList, state::SettingsFiles& files,
-               const localisation::LanguageText& language, IgnorePageView& view);
+               const localisation::LanguageText& language, IgnorePageView& view,
+               const state::UniMessageBox& box);
 
     // Rebuilds the page's list and IgnoreEntryList from the hidden list. A line is kept when
     // one of its name, publisher and location is not blank; four and five fields load alike.
@@ -55,6 +55,7 @@ private:
     state::SettingsFiles& files_;
     const localisation::LanguageText& language_;
     IgnorePageView& view_;
+    const state::UniMessageBox& box_;
 };
 
 }  // namespace scan

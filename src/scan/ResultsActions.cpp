@@ -18,8 +18,13 @@ void IgnoreProgram(state::lst& lst, state::ActivityLog& log, const QString& name
 
 ResultsActions::ResultsActions(platform::Platform& platform, state::modSettings& settings,
                                state::ActivityLog& log, const localisation::LanguageText& language,
-                               ResultsPageView& view)
-    : platform_(platform), settings_(settings), log_(log), language_(language), view_(view) {}
+                               ResultsPageView& view, const state::UniMessageBox& box)
+    : platform_(platform),
+      settings_(settings),
+      log_(log),
+      language_(language),
+      view_(view),
+      box_(box) {}
 
 void ResultsActions::open(const QString& target) {
     platform_.shell.ShellExecuteA(view_.windowHandle(), "Open",
@@ -51,8 +56,8 @@ void ResultsActions::ReportError(const QString& name, const QString& publisher,
 void ResultsActions::ReadMore(const QString& first, const QString& second, const QString& third,
                               const QString& fourth) {
     const QString crlf = QStringLiteral("\r\n");
-    view_.showMessage(first + crlf + second + crlf + third + crlf + crlf + fourth,
-                      platform::mbstyle::IconInformation);
+    box_.UniMsgBox(first + crlf + second + crlf + third + crlf + crlf + fourth,
+                   platform::mbstyle::IconInformation);
 }
 
 }  // namespace scan

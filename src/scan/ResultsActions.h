@@ -6,6 +6,7 @@
 #include "localisation/LanguageText.h"
 #include "platform/Platform.h"
 #include "state/ActivityLog.h"
+#include "state/UniMessageBox.h"
 #include "state/lst.h"
 #include "state/modSettings.h"
 
@@ -19,8 +20,6 @@ public:
     virtual void showUpdatePrompt() = 0;
     // The main window, owner of what the shell shows.
     virtual std::uintptr_t windowHandle() = 0;
-    // A box with the platform's style number, titled with the product name.
-    virtual int showMessage(const QString& text, std::uint32_t style) = 0;
 };
 
 // Ignore Program on a row of the results: the line goes into the hidden ignore list only;
@@ -34,7 +33,7 @@ class ResultsActions {
 public:
     ResultsActions(platform::Platform& platform, state::modSettings& settings,
                    state::ActivityLog& log, const localisation::LanguageText& language,
-                   ResultsPageView& view);
+                   ResultsPageView& view, const state::UniMessageBox& box);
 
     void GetUpdate(const QString& name, const QString& publisher, const QString& address);
     // Opens the server's report page; the values go out unescaped, as the server expects them.
@@ -51,6 +50,7 @@ private:
     state::ActivityLog& log_;
     const localisation::LanguageText& language_;
     ResultsPageView& view_;
+    const state::UniMessageBox& box_;
 };
 
 }  // namespace scan

@@ -69,9 +69,9 @@ void ScanDriver::cmdScanNow_Click() {
 
 void ScanDriver::InitiateScan(bool silent) {
     ScanPageView& view = parts_.view;
-    view.disableControls();
+    parts_.window.disableControls();
     if (!parts_.control.bInProcess) {
-        view.stopCoSellTimer();
+        parts_.window.stopCoSellTimer();
         if (isOn(parts_.settings, state::setting::InternetConnectionReminder) && !silent &&
             !parts_.control.unattendedScan) {
             view.showInternetReminder();
@@ -83,7 +83,7 @@ void ScanDriver::InitiateScan(bool silent) {
         StartScan(silent);
         pump();
     }
-    view.enableControls();
+    parts_.window.enableControls();
 }
 
 void ScanDriver::StartScan(bool silent) {
@@ -312,7 +312,7 @@ void ScanDriver::close(bool silent, bool lookupFailed, QStringList& scanLog) {
     }
     if (count > 0 && isOn(settings, ShowPrintReport) &&
         (!silent || settings.ReadSetting(SchedulerAction, QStringLiteral("0")) == u"1")) {
-        view.RestoreWindow();
+        parts_.window.RestoreWindow();
         pump();
         pump();
     }
@@ -335,7 +335,7 @@ void ScanDriver::close(bool silent, bool lookupFailed, QStringList& scanLog) {
 
 void ScanDriver::cmdStopScan_Click() {
     using namespace platform::mbstyle;
-    if (parts_.view.showMessage(text("strLoc_TW_SureYouWantToStop"), YesNo | IconQuestion) !=
+    if (parts_.box.UniMsgBox(text("strLoc_TW_SureYouWantToStop"), YesNo | IconQuestion) !=
         platform::mbresult::Yes) {
         return;
     }

@@ -10,7 +10,9 @@
 #include "scan/UpdateRecord.h"
 #include "scan/modUpdateCOmponent.h"
 #include "state/ActivityLog.h"
+#include "state/MainWindowView.h"
 #include "state/ServiceChannel.h"
+#include "state/UniMessageBox.h"
 #include "state/modRegistry.h"
 #include "state/modSettings.h"
 #include "web/Tracking.h"
@@ -34,6 +36,8 @@ struct ScanParts {
     state::ActivityLog& log;
     ScanControl& control;
     ScanPageView& view;
+    state::MainWindowView& window;
+    const state::UniMessageBox& box;
     QString productName;
     // Without a trailing "\"; the sound of a scan with updates lies there.
     QString programFolder;

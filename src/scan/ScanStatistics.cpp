@@ -9,8 +9,8 @@ namespace scan {
 
 ScanStatistics::ScanStatistics(state::modSettings& settings,
                                const localisation::LanguageText& language, IgnoreList& ignoreList,
-                               StatisticsPanelView& panel)
-    : settings_(settings), language_(language), ignoreList_(ignoreList), panel_(panel) {}
+                               StatisticsPanelView& panel, const state::UniMessageBox& box)
+    : settings_(settings), language_(language), ignoreList_(ignoreList), panel_(panel), box_(box) {}
 
 void ScanStatistics::StatusInfoDisplay() {
     using namespace state::setting;
@@ -40,8 +40,8 @@ void ScanStatistics::ResetStatistics() {
 }
 
 void ScanStatistics::lblCmdResetStatistics_Click() {
-    if (panel_.showMessage(language_.GetStrLocValue(QStringLiteral("strLoc_SH_SureStopStatistics")),
-                           platform::mbstyle::YesNo) != platform::mbresult::Yes) {
+    if (box_.UniMsgBox(language_.GetStrLocValue(QStringLiteral("strLoc_SH_SureStopStatistics")),
+                       platform::mbstyle::YesNo) != platform::mbresult::Yes) {
         return;
     }
     ResetStatistics();

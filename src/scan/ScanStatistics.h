@@ -4,6 +4,7 @@
 
 #include "localisation/LanguageText.h"
 #include "scan/IgnoreList.h"
+#include "state/UniMessageBox.h"
 #include "state/modSettings.h"
 
 namespace scan {
@@ -16,15 +17,14 @@ public:
     // 0 last scan, 1 number of scans, 2 updates available, 3 programs ignored, 4 the
     // program's version, 5 the scheduler's state.
     virtual void setScanNowData(int index, const QString& caption) = 0;
-    // A box with the platform's style number; the answer 1, 6 or 7.
-    virtual int showMessage(const QString& text, std::uint32_t style) = 0;
 };
 
 // The lasting part of the scans, section ScanInfo of the settings file.
 class ScanStatistics {
 public:
     ScanStatistics(state::modSettings& settings, const localisation::LanguageText& language,
-                   IgnoreList& ignoreList, StatisticsPanelView& panel);
+                   IgnoreList& ignoreList, StatisticsPanelView& panel,
+                   const state::UniMessageBox& box);
 
     void StatusInfoDisplay();
     // After the user's Yes: the three values back to their defaults. ItemCount stays.
@@ -36,6 +36,7 @@ private:
     const localisation::LanguageText& language_;
     IgnoreList& ignoreList_;
     StatisticsPanelView& panel_;
+    const state::UniMessageBox& box_;
 };
 
 }  // namespace scan

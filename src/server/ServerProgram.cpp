@@ -2,14 +2,12 @@
 
 #include <QCoreApplication>
 #include <QHostAddress>
-#include <QSocketNotifier>
 
-#include <sys/socket.h>
-#include <unistd.h>
 #include <csignal>
 #include <cstdio>
 
 #include "demo/CatalogCsv.h"
+#include "platform/events/SignalEvents.h"
 #include "server/ProductIndex.h"
 #include "server/ServerDatabase.h"
 #include "server/UpdateServer.h"
@@ -20,33 +18,6 @@ namespace {
 
 void tell(const QString& line) {
     std::fputs(("tallowick-update-server: " + line + '\n').toUtf8().constData(), stderr);
-}
-
-// SIGTERM and SIGINT end the event loop through a socket pair, so that the database is
-// closed in order.
-int signalSockets[2] = {-1, -1};
-
-void onSignal(int) {
-    const char byte = 1;
-    [[maybe_unused]] const ssize_t written = ::write(signalSockets[1], &byte, 1);
-}
-
-void quitOnSignals(QObject* owner) {
-    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalSockets) != 0) {
-        return;
-    }
-    auto* notifier = new QSocketNotifier(signalSockets[0], QSocketNotifier::Read, owner);
-    QObject::connect(notifier, &QSocketNotifier::activated, [] {
-        char byte = 0;
-        [[maybe_unused]] const ssize_t got = ::read(signalSockets[0], &byte, 1);
-        QCoreApplication::quit();
-    });
-    struct sigaction action {};
-    action.sa_handler = onSignal;
-    sigemptyset(&action.sa_mask);
-    action.sa_flags = SA_RESTART;
-    sigaction(SIGTERM, &action, nullptr);
-    sigaction(SIGINT, &action, nullptr);
 }
 
 QString urlHost(const QString& address) {
@@ -112,7 +83,9 @@ int runServer(const ServerOptions& options) {
         tell("cannot listen on " + options.address + ":" + QString::number(options.port));
         return 1;
     }
-    quitOnSignals(&server);
+    // SIGTERM and SIGINT end the event loop, so that the database is closed in order.
+    const platform::events::SignalEvents quitOnSignals({SIGTERM, SIGINT},
+                                                       [] { QCoreApplication::quit(); });
     std::printf("listening on http://%s:%u\n", urlHost(address.toString()).toUtf8().constData(),
                 unsigned(port));
     std::fflush(stdout);

@@ -10,12 +10,13 @@ namespace shell {
 
 LanguageChange::LanguageChange(platform::Platform& platform, localisation::LanguageText& language,
                                ProcessState& state, state::modRegistry& registry,
-                               state::ServiceChannel& service)
+                               state::ServiceChannel& service, MainLanguageView& view)
     : platform_(platform),
       language_(language),
       state_(state),
       registry_(registry),
-      service_(service) {}
+      service_(service),
+      view_(view) {}
 
 MainLanguageTexts LanguageChange::mainLanguageTexts(const localisation::LanguageText& language) {
     const auto value = [&language](const char* name) {
@@ -39,7 +40,7 @@ void LanguageChange::show(const QString& text) const {
         .UniMsgBox(text, platform::mbstyle::Ok, state_.productName);
 }
 
-bool LanguageChange::changeLanguage(const QString& id, MainLanguageView& view) {
+bool LanguageChange::changeLanguage(const QString& id) {
     state_.languageId = id;
     language_.setLanguageId(id);
     language_.SetLoadedLanguage(QString());
@@ -49,18 +50,18 @@ bool LanguageChange::changeLanguage(const QString& id, MainLanguageView& view) {
         show(QStringLiteral("Error loading the language filee: ") + errorText);
         return false;
     }
-    if (!view.setCaptions(errorText)) {
+    if (!view_.setCaptions(errorText)) {
         show(QStringLiteral("InitForm Error: ") + errorText);
         return false;
     }
     const MainLanguageTexts texts = mainLanguageTexts(language_);
-    view.showLanguageTexts(texts);
-    if (view.createMenus(errorText) < 1) {
+    view_.showLanguageTexts(texts);
+    if (view_.createMenus(errorText) < 1) {
         show(QStringLiteral("CreateMenus Error: ") + errorText);
-        view.endProcess();
+        view_.endProcess();
         return false;
     }
-    view.setTrayTip(texts.trayTip);
+    view_.setTrayTip(texts.trayTip);
     if (!state::SaveLanguage(registry_, service_, state::product::key(), id)) {
         show(QStringLiteral("Error saving the language ID '") + id + u'\'');
         return false;

@@ -44,12 +44,12 @@ public:
     // The process state gives the folders and switches, and keeps the language ID in step.
     LanguageChange(platform::Platform& platform, localisation::LanguageText& language,
                    ProcessState& state, state::modRegistry& registry,
-                   state::ServiceChannel& service);
+                   state::ServiceChannel& service, MainLanguageView& view);
 
     static MainLanguageTexts mainLanguageTexts(const localisation::LanguageText& language);
 
     // False when a step failed; its message has been shown. A failed reload leaves no text.
-    bool changeLanguage(const QString& id, MainLanguageView& view);
+    bool changeLanguage(const QString& id);
 
 private:
     void show(const QString& text) const;
@@ -59,6 +59,7 @@ private:
     ProcessState& state_;
     state::modRegistry& registry_;
     state::ServiceChannel& service_;
+    MainLanguageView& view_;
 };
 
 }  // namespace shell

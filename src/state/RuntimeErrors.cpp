@@ -5,9 +5,8 @@
 
 namespace state {
 
-RuntimeErrors::RuntimeErrors(platform::Platform& platform, modSettings& settings,
-                             const bool& debugMode)
-    : platform_(platform), settings_(settings), debugMode_(debugMode) {}
+RuntimeErrors::RuntimeErrors(platform::Platform& platform, modSettings& settings)
+    : platform_(platform), settings_(settings) {}
 
 void RuntimeErrors::ReportRuntimeError(RuntimeError& error, const QString& procedureName,
                                        const QString& text, QString* message) {

@@ -19,7 +19,10 @@ struct RuntimeError {
 // its title.
 class RuntimeErrors {
 public:
-    RuntimeErrors(platform::Platform& platform, modSettings& settings, const bool& debugMode);
+    RuntimeErrors(platform::Platform& platform, modSettings& settings);
+
+    // The main window's debug mode, which the start-up switches on.
+    void setDebugMode(bool on) { debugMode_ = on; }
 
     // Composes the fault's text with " Error Line: " in it and no line ends, and hands it back
     // in *message when text was empty. The first fault's time is kept in RunTime/Start. The
@@ -30,7 +33,7 @@ public:
 private:
     platform::Platform& platform_;
     modSettings& settings_;
-    const bool& debugMode_;
+    bool debugMode_ = false;
 };
 
 }  // namespace state

@@ -79,6 +79,17 @@ bool writeBaseKeys(Registry& registry) {
 
 }  // namespace
 
+class Machine::MessageBoxSlot final : public MessageBox {
+public:
+    explicit MessageBoxSlot(MessageBox& box) : target(&box) {}
+    int show(const std::u16string& text, const std::u16string& caption,
+             std::uint32_t style) override {
+        return target->show(text, caption, style);
+    }
+
+    MessageBox* target;
+};
+
 Machine::Machine(fs::path folder, MachineFacts facts)
     : folder_(std::move(folder)), facts_(std::move(facts)) {
     codePage_ = std::make_unique<PortableCodePage>(facts_.ansiCodePage);
@@ -87,7 +98,8 @@ Machine::Machine(fs::path folder, MachineFacts facts)
     versionInfo_ = std::make_unique<PortableVersionInfo>(*paths_, *codePage_);
     files_ = std::make_unique<PortableFileSystem>(*paths_);
     environment_ = std::make_unique<PortableEnvironment>(facts_, *paths_, *codePage_);
-    messageBox_ = std::make_unique<ConsoleMessageBox>();
+    consoleBox_ = std::make_unique<ConsoleMessageBox>();
+    messageBox_ = std::make_unique<MessageBoxSlot>(*consoleBox_);
     clock_ = std::make_unique<HostClock>();
     launcher_ = std::make_unique<ProgramLauncher>(folder_, facts_);
     services_ =
@@ -96,7 +108,9 @@ Machine::Machine(fs::path folder, MachineFacts facts)
     profile_ = std::make_unique<PortableProfile>(*paths_, *codePage_);
     shell_ = std::make_unique<PortableShell>(*launcher_);
     installation_ = std::make_unique<PortableInstallation>(folder_, facts_, *paths_, *codePage_);
-    setMessageBox(*messageBox_);
+    platform_.reset(new Platform{*registry_, *registry_, *versionInfo_, *files_, *environment_,
+                                 *codePage_, *messageBox_, *clock_, *services_, *serviceHost_,
+                                 *profile_, *shell_});
 }
 
 Installation& Machine::installation() {
@@ -106,9 +120,7 @@ Installation& Machine::installation() {
 Machine::~Machine() = default;
 
 void Machine::setMessageBox(MessageBox& box) {
-    platform_.reset(new Platform{*registry_, *registry_, *versionInfo_, *files_, *environment_,
-                                 *codePage_, box, *clock_, *services_, *serviceHost_, *profile_,
-                                 *shell_});
+    messageBox_->target = &box;
 }
 
 fs::path Machine::defaultFolder() {

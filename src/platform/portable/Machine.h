@@ -49,8 +49,8 @@ public:
     void setArguments(const std::vector<std::string>& arguments);
 
     Platform& platform() { return *platform_; }
-    // Puts another message box into the platform: the Qt one in a program with windows, a
-    // recording one in tests. References taken from platform() before are stale after it.
+    // Shows the platform's boxes through another message box from now on: the Qt one in a
+    // program with windows, the console's, a recording one in tests.
     void setMessageBox(MessageBox& box);
     const MachineFacts& facts() const { return facts_; }
     const std::filesystem::path& folder() const { return folder_; }
@@ -70,7 +70,10 @@ private:
     std::unique_ptr<PortableVersionInfo> versionInfo_;
     std::unique_ptr<PortableFileSystem> files_;
     std::unique_ptr<PortableEnvironment> environment_;
-    std::unique_ptr<ConsoleMessageBox> messageBox_;
+    std::unique_ptr<ConsoleMessageBox> consoleBox_;
+    // The platform's box, which shows through the one set.
+    class MessageBoxSlot;
+    std::unique_ptr<MessageBoxSlot> messageBox_;
     std::unique_ptr<HostClock> clock_;
     std::unique_ptr<ProgramLauncher> launcher_;
     std::unique_ptr<PortableServiceManager> services_;

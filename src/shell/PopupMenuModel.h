@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace state {
+namespace shell {
 
 // Flags of a menu entry, with the values of the system's menu calls, so that the entry can be
 // handed to the native menu as it is.
@@ -54,4 +54,4 @@ private:
     std::vector<Menu> menus_;
 };
 
-}  // namespace state
+}  // namespace shell

@@ -5,7 +5,7 @@
 #include "state/modRegistry.h"
 #include "state/modSettings.h"
 
-namespace state {
+namespace shell {
 
 // The controls of the settings pages as the settings logic sets them.
 class SettingsView {
@@ -22,9 +22,9 @@ public:
 // main form loads (`loading`), the change handlers do nothing.
 class SettingsPage {
 public:
-    SettingsPage(modSettings& settings, modRegistry& registry, ServiceChannel& service,
-                 SettingsView& view, const bool& loading, QString programFolder,
-                 QString programName);
+    SettingsPage(state::modSettings& settings, state::modRegistry& registry,
+                 state::ServiceChannel& service, SettingsView& view, const bool& loading,
+                 QString programFolder, QString programName);
 
     void ApplySettings();
 
@@ -38,15 +38,15 @@ public:
     void sendRunValue(bool on);
 
 private:
-    bool isOn(setting::Key key, const char* defaultValue);
+    bool isOn(state::setting::Key key, const char* defaultValue);
 
-    modSettings& settings_;
-    modRegistry& registry_;
-    ServiceChannel& service_;
+    state::modSettings& settings_;
+    state::modRegistry& registry_;
+    state::ServiceChannel& service_;
     SettingsView& view_;
     const bool& loading_;
     const QString programFolder_;
     const QString programName_;
 };
 
-}  // namespace state
+}  // namespace shell

@@ -1,11 +1,11 @@
-#include "state/PopupMenuModel.h"
+#include "shell/PopupMenuModel.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "core/BasicText.h"
 
-namespace state {
+namespace shell {
 
 bool PopupMenuModel::HB_CreatePopupMenu(const QString& menuLine, int defaultEntry) {
     const QStringList parts = core::split(menuLine, QStringLiteral("|"));
@@ -97,4 +97,4 @@ void PopupMenuModel::DeleteMenuItem(const QString& name, int index) {
     }
 }
 
-}  // namespace state
+}  // namespace shell

@@ -1,12 +1,15 @@
-#include "state/SettingsPage.h"
+#include "shell/SettingsPage.h"
 
 #include "state/ProductNames.h"
 
-namespace state {
+namespace shell {
 
-SettingsPage::SettingsPage(modSettings& settings, modRegistry& registry, ServiceChannel& service,
-                           SettingsView& view, const bool& loading, QString programFolder,
-                           QString programName)
+namespace product = state::product;
+namespace setting = state::setting;
+
+SettingsPage::SettingsPage(state::modSettings& settings, state::modRegistry& registry,
+                           state::ServiceChannel& service, SettingsView& view, const bool& loading,
+                           QString programFolder, QString programName)
     : settings_(settings),
       registry_(registry),
       service_(service),
@@ -15,7 +18,7 @@ SettingsPage::SettingsPage(modSettings& settings, modRegistry& registry, Service
       programFolder_(std::move(programFolder)),
       programName_(std::move(programName)) {}
 
-bool SettingsPage::isOn(setting::Key key, const char* defaultValue) {
+bool SettingsPage::isOn(state::setting::Key key, const char* defaultValue) {
     return settings_.ReadSetting(key, QLatin1String(defaultValue)) == QLatin1String("1");
 }
 
@@ -66,4 +69,4 @@ void SettingsPage::chkStartWithWin_Click(bool on) {
     sendRunValue(on);
 }
 
-}  // namespace state
+}  // namespace shell
