@@ -1,18 +1,19 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include "scan/QuietViews.h"
 #include "service/ServiceControl.h"
-#include "state/DataFolders.h"
-#include "state/modRegistry.h"
-#include "state/modServiceCom.h"
+#include "shell/Program.h"
 #include "support/ProgramRun.h"
+#include "support/RecordingMessageBox.h"
 #include "support/ServiceMachine.h"
 
 namespace testing_support {
 
-// The program's side of a machine whose service runs from the start to the end of a test:
-// the registry layer, the data folders and the channel to the service, which Starter has
-// started. Needs SERVICE_PROGRAM and STARTER_PROGRAM, and the service and state libraries.
+// The program on a machine whose service runs from the start to the end of a test, with its
+// data folder made: shell::Program as the desktop program has it, its boxes answered by `box`,
+// its ignore page and statistics panel `pages`. Starter has started the service. Needs
+// SERVICE_PROGRAM and STARTER_PROGRAM, and the shell library.
 struct RunningService {
     // The service runs throughout, so the start-up forms are never asked to recover it.
     class UnusedGate final : public state::ServiceGate {
@@ -20,20 +21,26 @@ struct RunningService {
         void ServiceRecovery(bool) override { ADD_FAILURE() << "the service was not running"; }
     };
 
-    explicit RunningService(platform::MessageBox* box = nullptr) : machine(box) {
-        folders.UpdateFileLocations(channel);
+    explicit RunningService(scan::IgnorePageView* ignorePage = nullptr,
+                            scan::StatisticsPanelView* statisticsPanel = nullptr)
+        : program(platform, "C:\\Program Files\\Tallowick",
+                  {gate, ignorePage != nullptr ? *ignorePage : quietPages,
+                   statisticsPanel != nullptr ? *statisticsPanel : quietPages}) {
+        program.openDataFolder(true);
         EXPECT_EQ(runProgram(STARTER_PROGRAM, {}, QString::fromStdString(machine.folder().string()))
                       .status,
                   0);
     }
     ~RunningService() { service::stopProductService(platform); }
 
-    ServiceMachine machine;
+    RecordingMessageBox box;
+    ServiceMachine machine{&box};
     platform::Platform& platform = machine.platform();
-    state::modRegistry registry{platform};
-    state::DataFolders folders{platform, "C:\\Program Files\\Tallowick", "Tallowick"};
     UnusedGate gate;
-    state::modServiceCom channel{platform, registry, folders, gate};
+    scan::QuietListPages quietPages;
+    shell::Program program;
+    state::modRegistry& registry = program.registry;
+    state::modServiceCom& channel = program.channel;
 };
 
 }  // namespace testing_support
