@@ -81,7 +81,8 @@ TEST_F(Utf8FileTest, ReadingTakesTheMarkOffAndRefusesWhatItMayNot) {
 
 TEST(Utf8FileAnsiTest, AFileWithoutTheMarkIsReadInTheMachinesCodePage) {
     // C0 E1 is "Àá" in Western and "Аб" in Cyrillic; C3 A9 is "é" in UTF-8, but never read so.
-    for (const auto& [codePage, expected] : {std::pair(1252u, u"Àá Ã©"), std::pair(1251u, u"Аб Г©")}) {
+    for (const auto& [codePage, expected] :
+         {std::pair(1252u, u"Àá Ã©"), std::pair(1251u, u"Аб Г©")}) {
         testing_support::TestMachine machine(withCodePage(codePage));
         machine.placeFile("C:\\Lang\\ansi.lng", "\xC0\xE1 \xC3\xA9");
         QString text;
@@ -98,7 +99,9 @@ TEST_F(Utf8FileTest, WritingOverwritesTheStartOfTheFile) {
     EXPECT_TRUE(
         io.WriteUTF8File("C:\\Data\\new.txt", QString::fromUtf16(u"Grüße\r\n"), errorText, false));
     EXPECT_EQ(errorText, "");
-    EXPECT_EQ(fileBytes("C:\\Data\\new.txt"), kMark + "Gr\xC3\xBC\xC3\x9F" "e\r\n");
+    EXPECT_EQ(fileBytes("C:\\Data\\new.txt"), kMark +
+                                                  "Gr\xC3\xBC\xC3\x9F"
+                                                  "e\r\n");
 
     machine.placeFile("C:\\Data\\old.txt", "0123456789ABCDEF");
     EXPECT_TRUE(io.WriteUTF8File("C:\\Data\\old.txt", "xy", errorText, false));
@@ -159,7 +162,9 @@ TEST_F(Utf8FileTest, CreateAndAppendMakeAFileOfLines) {
 TEST(Utf8TextTest, EncodeWritesLoneSurrogatesAsReplacementCharacters) {
     const QString high(QChar(0xD83D));
     const QString low(QChar(0xDE00));
-    EXPECT_EQ(localisation::encodeUtf8(u'a' + high + u'b'), "a\xEF\xBF\xBD" "b");
+    EXPECT_EQ(localisation::encodeUtf8(u'a' + high + u'b'),
+              "a\xEF\xBF\xBD"
+              "b");
     EXPECT_EQ(localisation::encodeUtf8(low + high), "\xEF\xBF\xBD\xEF\xBF\xBD");
     EXPECT_EQ(localisation::encodeUtf8(high + high + low), "\xEF\xBF\xBD\xF0\x9F\x98\x80");
     EXPECT_EQ(localisation::encodeUtf8(QString(QChar(0xFEFF))), "\xEF\xBB\xBF");
