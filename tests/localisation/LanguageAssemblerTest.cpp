@@ -235,10 +235,4 @@ TEST_F(LanguageAssemblerTest, ASectionBehindCodeStringsLosesItsFirstBracket) {
     EXPECT_NE(text.find("strLoc_A=a\r\n["), std::string::npos);
 }
 
-TEST(RemoveCommentLinesTest, DropsMarkedLinesAndOptionallyTheFirst) {
-    EXPECT_EQ(LanguageAssembler::RemoveCommentLines("head\r\n a ;+++ x\r\n b \r\nc", ";+++", true),
-              " b \r\nc");
-    EXPECT_EQ(LanguageAssembler::RemoveCommentLines(";+++\r\nkeep", ";+++", false), "keep");
-}
-
 }  // namespace

@@ -88,42 +88,35 @@ TEST_F(LanguageLoaderTest, TheLoadedLanguageIsNotReadAgain) {
               "'C:\\App\\localized\\de\\Language.inx' cannot be found");
 }
 
+// A plain file read with the unscrambler, or a scrambled one without it, is noise: its sections
+// aren't found. So are files cut short, and four lines of code strings, the head counted.
 TEST_F(LanguageLoaderTest, BadFilesGiveTheirReasons) {
-    const std::string file = kFolder + "Language.inx";
     const QString prefix = "Error in function LoadUTF8IniFile: ";
-    machine.placeFile(file, languageFile("no mark"));
-    EXPECT_FALSE(init());
-    EXPECT_EQ(errorText,
-              prefix + "Error: The file C:\\App\\localized\\de\\Language.inx is not UTF-8 encoded");
-    EXPECT_EQ(language.loadedLanguage(), "");
-
-    machine.placeFile(file, "");
-    EXPECT_FALSE(init());
-    EXPECT_EQ(errorText, prefix + "File not found or empty");
-
-    // A plain file read with the unscrambler, or a scrambled one without it, is noise: its
-    // sections aren't found.
-    machine.placeFile(file, kMark + languageFile("plain"));
-    EXPECT_FALSE(init());
-    EXPECT_EQ(errorText, "Error in function InitCodeStrings");
-    options.encryption = false;
-    machine.placeFile(kFolder + "Language.inr", scrambled(languageFile("scrambled")));
-    language.SetLoadedLanguage("");
-    EXPECT_FALSE(init());
-    EXPECT_EQ(errorText, "Error in function InitCodeStrings");
-
-    // Cut short: the code strings are there, the menu has only its head.
-    machine.placeFile(kFolder + "Language.inr", kMark + languageFile("short", 0));
-    language.SetLoadedLanguage("");
-    EXPECT_FALSE(init());
-    EXPECT_EQ(errorText, "Error in function InitMenuStrings");
-
-    // Four lines of code strings, the head counted, are too few.
-    machine.placeFile(kFolder + "Language.inr",
-                      kMark + "[[Menus]]\r\nM=a\r\n[[Code_Strings]]\r\na=1\r\nb=2\r\nc=3\r\n");
-    language.SetLoadedLanguage("");
-    EXPECT_FALSE(init());
-    EXPECT_EQ(errorText, "Error in function InitCodeStrings");
+    const struct {
+        bool encryption;
+        std::string bytes;
+        QString errorText;
+    } cases[] = {
+        {true, languageFile("no mark"),
+         prefix + "Error: The file C:\\App\\localized\\de\\Language.inx is not UTF-8 encoded"},
+        {true, "", prefix + "File not found or empty"},
+        {true, kMark + languageFile("plain"), "Error in function InitCodeStrings"},
+        {false, scrambled(languageFile("scrambled")), "Error in function InitCodeStrings"},
+        {false, kMark + languageFile("short", 0), "Error in function InitMenuStrings"},
+        {false, kMark + "[[Menus]]\r\nM=a\r\n[[Code_Strings]]\r\na=1\r\nb=2\r\nc=3\r\n",
+         "Error in function InitCodeStrings"},
+    };
+    for (const auto& c : cases) {
+        options.encryption = c.encryption;
+        machine.placeFile(kFolder + (c.encryption ? "Language.inx" : "Language.inr"), c.bytes);
+        language.SetLoadedLanguage("");
+        EXPECT_FALSE(init());
+        EXPECT_EQ(errorText, c.errorText);
+        // Only a file that can't be read leaves no language loaded.
+        if (c.errorText.startsWith(prefix)) {
+            EXPECT_EQ(language.loadedLanguage(), "");
+        }
+    }
 }
 
 }  // namespace

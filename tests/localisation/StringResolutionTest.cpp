@@ -145,10 +145,4 @@ TEST(GetStrLocValueTest, TheIndexAgreesWithTheLinearSearch) {
     }
 }
 
-TEST(StripQuotesTest, RemovesOneQuoteAtEachEnd) {
-    EXPECT_EQ(localisation::StripQuotes("\"\"a\"\""), "\"a\"");
-    EXPECT_EQ(localisation::StripQuotes("\""), "");
-    EXPECT_EQ(localisation::StripQuotes("a\""), "a");
-}
-
 }  // namespace

@@ -1,11 +1,32 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <memory>
+#include <string>
 
 #include "ConformanceMachine.h"
 
 namespace conformance {
+
+// A path below the tests' own folder.
+inline std::string at(const std::string& below) {
+    return kFolder + below;
+}
+
+// The text with its ASCII letters in one case, as Windows compares names.
+inline std::string upperCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return char(std::toupper(c)); });
+    return text;
+}
+
+inline std::string lowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return char(std::tolower(c)); });
+    return text;
+}
 
 // Whether the test runs where the Windows rule it pins is known to be broken: true under Wine,
 // which then has the rule told on the test's output and recorded with the test's result, so
@@ -31,6 +52,13 @@ protected:
 
     unsigned codePage_;
     std::unique_ptr<Machine> machine;
+};
+
+// The tests of a fixture on a machine of one ANSI code page.
+template <class Fixture, unsigned CodePage>
+class InCodePage : public Fixture {
+protected:
+    InCodePage() : Fixture(CodePage) {}
 };
 
 }  // namespace conformance

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cctype>
 #include <string>
 
 #include "ConformanceTest.h"
@@ -9,12 +7,7 @@
 namespace {
 
 namespace csidl = platform::csidl;
-
-std::string lowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return char(std::tolower(c)); });
-    return text;
-}
+using conformance::lowerCase;
 
 class EnvironmentConformance : public conformance::ConformanceTest {
 protected:
@@ -24,7 +17,7 @@ protected:
 
 // The special folders the program asks for exist and are where Windows keeps them; the
 // system folder is System32 of the Windows folder, whose name Windows gives in lower case.
-TEST_F(EnvironmentConformance, SpecialFoldersExist) {
+TEST_F(EnvironmentConformance, SpecialFoldersExistAndUnknownCodesFail) {
     for (int code : {csidl::CommonAppData, csidl::AppData, csidl::ProgramFiles, csidl::Windows,
                      csidl::System, csidl::Fonts, csidl::Desktop, csidl::Personal,
                      csidl::CommonStartup, csidl::Cookies, csidl::DesktopDirectory}) {
@@ -39,10 +32,8 @@ TEST_F(EnvironmentConformance, SpecialFoldersExist) {
     environment.SHGetFolderPathA(csidl::Windows, &windows);
     environment.SHGetFolderPathA(csidl::System, &system);
     EXPECT_EQ(lowerCase(system), lowerCase(windows + "\\system32"));
-}
 
-// A folder code Windows does not know fails and leaves the path alone.
-TEST_F(EnvironmentConformance, UnknownFolderCodeFails) {
+    // A folder code Windows does not know fails and leaves the path alone.
     std::string path = "unchanged";
     EXPECT_LT(environment.SHGetFolderPathA(0x7777, &path), 0);
     EXPECT_EQ(path, "unchanged");
@@ -71,10 +62,7 @@ TEST_F(EnvironmentConformance, LocaleAndUser) {
     EXPECT_EQ(os.platform, 2);
 }
 
-class CodePageConformanceIn1252 : public conformance::ConformanceTest {
-protected:
-    CodePageConformanceIn1252() : ConformanceTest(1252) {}
-};
+using CodePageConformanceIn1252 = conformance::InCodePage<conformance::ConformanceTest, 1252>;
 
 // Characters the ANSI code page has survive the round trip. One it lacks is written as its
 // best fit, as WideCharToMultiByte does by default: a Latin letter with a diacritic or a

@@ -11,10 +11,7 @@ namespace {
 
 namespace fileattr = platform::fileattr;
 
-// A path below the tests' own folder.
-std::string at(const std::string& below) {
-    return conformance::kFolder + below;
-}
+using conformance::at;
 
 class FileOperationsConformance : public conformance::ConformanceTest {
 protected:

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cctype>
 #include <string>
 
 #include "ConformanceTest.h"
@@ -12,16 +10,8 @@ using platform::GetFileName;
 using platform::GetParentFolderName;
 namespace fileattr = platform::fileattr;
 
-// A path below the tests' own folder.
-std::string at(const std::string& below) {
-    return conformance::kFolder + below;
-}
-
-std::string lowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return char(std::tolower(c)); });
-    return text;
-}
+using conformance::at;
+using conformance::lowerCase;
 
 class FileSystemConformance : public conformance::ConformanceTest {
 protected:

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <string>
 #include <tuple>
@@ -14,6 +13,8 @@
 namespace {
 
 using namespace platform;
+using conformance::lowerCase;
+using conformance::upperCase;
 
 // A key below the tests' own key.
 std::string ownKey(const std::string& below) {
@@ -23,16 +24,9 @@ std::string ownKey(const std::string& below) {
 const std::string kUninstall = ownKey("Uninstall");
 const std::string kHeader = "Windows Registry Editor Version 5.00\r\n";
 
-std::string upperCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return char(std::toupper(c)); });
-    return text;
-}
-
-std::string lowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return char(std::tolower(c)); });
-    return text;
+// ASCII text as UTF-16 code units.
+std::u16string widen(const std::string& ascii) {
+    return std::u16string(ascii.begin(), ascii.end());
 }
 
 // regedit's UTF-16LE file as code units, its byte-order mark included, and back.
@@ -50,27 +44,6 @@ std::string utf16leBytes(const std::u16string& units) {
         bytes += {char(unit & 0xFF), char(unit >> 8)};
     }
     return bytes;
-}
-
-std::string utf8(const std::u16string& units) {
-    std::string text;
-    for (size_t i = 0; i < units.size(); ++i) {
-        char32_t c = units[i];
-        if (c >= 0xD800 && c < 0xDC00 && i + 1 < units.size()) {
-            c = 0x10000 + ((c - 0xD800) << 10) + (units[++i] - 0xDC00);
-        }
-        if (c < 0x80) {
-            text += char(c);
-        } else if (c < 0x800) {
-            text += {char(0xC0 | c >> 6), char(0x80 | (c & 0x3F))};
-        } else if (c < 0x10000) {
-            text += {char(0xE0 | c >> 12), char(0x80 | (c >> 6 & 0x3F)), char(0x80 | (c & 0x3F))};
-        } else {
-            text += {char(0xF0 | c >> 18), char(0x80 | (c >> 12 & 0x3F)),
-                     char(0x80 | (c >> 6 & 0x3F)), char(0x80 | (c & 0x3F))};
-        }
-    }
-    return text;
 }
 
 // An export, which comes as UTF-8, as the UTF-16LE file with its byte-order mark that regedit
@@ -100,8 +73,8 @@ std::string uninstallSample() {
     const std::string exported =
         "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
     const std::string own = "HKEY_LOCAL_MACHINE\\" + kUninstall;
-    const std::u16string from(exported.begin(), exported.end());
-    const std::u16string to(own.begin(), own.end());
+    const std::u16string from = widen(exported);
+    const std::u16string to = widen(own);
     std::u16string text = utf16leUnits(conformance::readTestData("uninstall-sample.reg"));
     for (size_t at = text.find(from); at != std::u16string::npos;
          at = text.find(from, at + to.size())) {
@@ -127,20 +100,10 @@ protected:
     Registry& registry() { return machine->platform().registry; }
     RegEdit& regEdit() { return machine->platform().regEdit; }
 
-    // Creates the key and sets the value to the bytes of data, which a NUL follows.
+    // Creates the key and sets the value to the bytes of data, which next follows in memory: a
+    // NUL unless the test asks for a string whose size leaves out a terminator that isn't there.
     long set(RegHandle root, const std::string& keyPath, const std::string& name,
-             std::uint32_t type, const std::string& data) {
-        return setFollowedBy(root, keyPath, name, type, data, '\0');
-    }
-
-    // A string whose size leaves out a terminator and that no NUL follows: stored as it is.
-    long setUnterminated(RegHandle root, const std::string& keyPath, const std::string& name,
-                         const std::string& text) {
-        return setFollowedBy(root, keyPath, name, regtype::Sz, text, 'X');
-    }
-
-    long setFollowedBy(RegHandle root, const std::string& keyPath, const std::string& name,
-                       std::uint32_t type, const std::string& data, char next) {
+             std::uint32_t type, const std::string& data, char next = '\0') {
         RegHandle key = 0;
         long result = registry().RegCreateKeyA(root, keyPath, &key);
         if (result == status::Success) {
@@ -170,10 +133,7 @@ protected:
 };
 
 // Tests whose bytes are those of Western European Windows.
-class RegistryConformanceIn1252 : public RegistryConformance {
-protected:
-    RegistryConformanceIn1252() : RegistryConformance(1252) {}
-};
+using RegistryConformanceIn1252 = conformance::InCodePage<RegistryConformance, 1252>;
 
 // A real regedit export reads back value for value in every type; exporting it with what the
 // program stored in ways the string forms cannot show (a string without its terminator and a
@@ -183,7 +143,7 @@ TEST_F(RegistryConformanceIn1252, RegeditExportImportsValueForValueAndExportsThe
     ASSERT_EQ(machine->importReg(uninstallSample()), "");
     const std::string types = kUninstall + "\\Types";
     const std::string odd = "name with \"quotes\" and \\";
-    setUnterminated(hkey::LocalMachine, types, "NoTerm", "no terminator");
+    set(hkey::LocalMachine, types, "NoTerm", regtype::Sz, "no terminator", 'X');
     set(hkey::LocalMachine, types, odd, regtype::Sz, sz("two\r\nlines \"q\" \\"));
     set(hkey::LocalMachine, types, "Empty", regtype::Binary, "");
     set(hkey::LocalMachine, types, "Set expand", regtype::ExpandSz, sz("%TEMP%\\x"));
@@ -248,26 +208,30 @@ TEST_F(RegistryConformanceIn1252, RegeditExportImportsValueForValueAndExportsThe
 TEST_F(RegistryConformance, ExportWritesEachKeyAsRegeditDoes) {
     const std::string file = uninstallSample();
     ASSERT_EQ(machine->importReg(file), "");
-    const std::string sample = utf8(utf16leUnits(file).substr(1));
-    const std::string begin = "\r\n[HKEY_LOCAL_MACHINE\\";
+    const std::u16string sample = utf16leUnits(file).substr(1);
+    // The export of a key as the code units of regedit's file, after the mark.
+    const auto exportOf = [this](const std::u16string& keyPath) {
+        std::string exported;
+        EXPECT_TRUE(regEdit().exportKey(std::string(keyPath.begin(), keyPath.end()), &exported).ok);
+        return utf16leUnits(regeditFile(exported)).substr(1);
+    };
+    const std::u16string begin = u"\r\n[HKEY_LOCAL_MACHINE\\";
     int blocks = 0;
-    std::string exported;
     // Each subkey of Uninstall on its own.
-    for (size_t start = sample.find(begin + kUninstall + "\\"); start != std::string::npos;
+    for (size_t start = sample.find(begin + widen(kUninstall) + u"\\"); start != sample.npos;
          ++blocks) {
         const size_t end = sample.find(begin, start + 1);
-        const std::string block = sample.substr(
-            start, end == std::string::npos ? sample.size() - start - 2 : end - start);
-        const std::string keyPath = block.substr(3, block.find(']') - 3);
-        ASSERT_TRUE(regEdit().exportKey(keyPath, &exported).ok) << keyPath;
-        EXPECT_EQ(exported, kHeader + block + "\r\n");
+        const std::u16string block =
+            sample.substr(start, end == sample.npos ? sample.size() - start - 2 : end - start);
+        EXPECT_EQ(exportOf(block.substr(3, block.find(u']') - 3)),
+                  widen(kHeader) + block + u"\r\n");
         start = end;
     }
     EXPECT_EQ(blocks, 3);
     // Uninstall itself with all below it, its subkeys in the order Windows keeps them.
-    ASSERT_TRUE(regEdit().exportKey("HKEY_LOCAL_MACHINE\\" + kUninstall, &exported).ok);
-    EXPECT_EQ(exported, sample);
-    EXPECT_FALSE(regEdit().exportKey("HKEY_CURRENT_USER\\" + ownKey("None"), &exported).ok);
+    EXPECT_EQ(exportOf(u"HKEY_LOCAL_MACHINE\\" + widen(kUninstall)), sample);
+    std::string none;
+    EXPECT_FALSE(regEdit().exportKey("HKEY_CURRENT_USER\\" + ownKey("None"), &none).ok);
 }
 
 // Key and value names compare without regard to case and keep the case they were made with;
@@ -309,7 +273,7 @@ TEST_F(RegistryConformance, QueryBufferRules) {
     const std::string path = ownKey("Buffers");
     set(hkey::CurrentUser, path, "With", regtype::Sz, sz("abc"));
     set(hkey::CurrentUser, path, "Counted", regtype::Sz, "abc");
-    setUnterminated(hkey::CurrentUser, path, "Without", "abc");
+    set(hkey::CurrentUser, path, "Without", regtype::Sz, "abc", 'X');
     set(hkey::CurrentUser, path, "Long255", regtype::Sz, std::string(255, 'y') + '\0');
     set(hkey::CurrentUser, path, "Number", regtype::Dword, std::string("AB\0\0", 4));
     RegHandle key = 0;

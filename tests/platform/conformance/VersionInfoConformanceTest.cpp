@@ -14,10 +14,7 @@ namespace {
 using namespace std::string_literals;
 using Block = std::vector<std::uint8_t>;
 
-// A path below the tests' own folder.
-std::string at(const std::string& below) {
-    return conformance::kFolder + below;
-}
+using conformance::at;
 
 class VersionInfoConformance : public conformance::ConformanceTest {
 protected:
@@ -66,10 +63,7 @@ protected:
 };
 
 // Tests whose strings are those of Western European Windows.
-class VersionInfoConformanceIn1252 : public VersionInfoConformance {
-protected:
-    VersionInfoConformanceIn1252() : VersionInfoConformance(1252) {}
-};
+using VersionInfoConformanceIn1252 = conformance::InCodePage<VersionInfoConformance, 1252>;
 
 // The size is twice the resource and four bytes, room for the ANSI copies of the strings; "\" is
 // the 52-byte VS_FIXEDFILEINFO; the translation table is the raw array (language in the low

@@ -61,12 +61,4 @@ TEST_F(PortableVersionInfo, ShortLengthsCutTheBlockAndConversionsStayWithinIt) {
     EXPECT_FALSE(versionInfo.GetFileVersionInfoA(kPath, 0, 13, tiny.data()));
 }
 
-// The 16-bit form of NE files counts as no block.
-TEST_F(PortableVersionInfo, SixteenBitBlocksAreNone) {
-    std::string block = std::string("\x40\x00\x34\x00", 4) + "VS_VERSION_INFO";
-    block.resize(0x40, '\0');
-    machine.placeFile(kPath, version_image::peImage(block));
-    EXPECT_EQ(versionInfo.GetFileVersionInfoSizeA(kPath, nullptr), 0u);
-}
-
 }  // namespace

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -90,14 +91,6 @@ protected:
         }
         return 0;
     }
-    static std::vector<std::string> names(const std::vector<EnumServiceStatus>& listed) {
-        std::vector<std::string> result;
-        for (const auto& service : listed) {
-            result.push_back(service.serviceName);
-        }
-        return result;
-    }
-
     // A second process of the service's program, as a user would start it by hand.
     int runSecondProcess() {
         return testing_support::runProgram(TEST_SERVICE, {QString::fromStdString(kService)},
@@ -109,49 +102,20 @@ protected:
     ScHandle manager = 0;
 };
 
-// Each record needs its fixed part and both names with their terminators, counted in ANSI
-// bytes; a buffer that is short by one byte gets nothing but the size.
-TEST_F(ServiceManagerTest, EnumerationTellsTheRoomItNeeds) {
+// The room of a record counts both names in ANSI bytes; once its manager is closed, a handle
+// lists nothing.
+TEST_F(ServiceManagerTest, EnumerationCountsAnsiBytesAndNeedsAnOpenManager) {
     std::vector<EnumServiceStatus> listed;
     std::uint32_t needed = 0;
     EXPECT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::Win32,
                                              serviceenum::All, 0, &listed, &needed),
               status::MoreData);
-    const std::uint32_t expected =
-        3 * kEnumServiceStatusSize + std::uint32_t(kService.size() + 1 + kDisplay.size() + 1) +
-        std::uint32_t(kQuick.size() + 1 + kQuick.size() + 1) +
-        std::uint32_t(kUnmapped.size() + 1 + std::string("Not mapped").size() + 1);
-    EXPECT_EQ(needed, expected);
-    EXPECT_TRUE(listed.empty());
-    EXPECT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::Win32,
-                                             serviceenum::All, expected - 1, &listed, &needed),
-              status::MoreData);
-    EXPECT_TRUE(listed.empty());
-
-    // What the program offers: whole records, one more than the bytes need.
-    const std::uint32_t offered = (needed / kEnumServiceStatusSize + 1) * kEnumServiceStatusSize;
-    ASSERT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::Win32,
-                                             serviceenum::All, offered, &listed, &needed),
-              status::Success);
-    ASSERT_EQ(listed.size(), 3u);
-    const auto test = std::find_if(listed.begin(), listed.end(), [](const auto& service) {
-        return service.serviceName == kService;
-    });
-    ASSERT_NE(test, listed.end());
-    EXPECT_EQ(test->displayName, kDisplay);
-    EXPECT_EQ(test->serviceType, platform::servicetype::OwnProcess);
-    EXPECT_EQ(test->currentState, servicestate::Stopped);
-
-    EXPECT_TRUE(list(serviceenum::Active).empty());
+    EXPECT_EQ(needed, 3 * kEnumServiceStatusSize + kService.size() + kDisplay.size() +
+                          2 * kQuick.size() + kUnmapped.size() + std::strlen("Not mapped") + 6);
     EXPECT_EQ(list(serviceenum::Inactive).size(), 3u);
-    EXPECT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::ShareProcess,
-                                             serviceenum::All, 0, &listed, &needed),
-              status::Success);
-    EXPECT_TRUE(listed.empty());
-
     ASSERT_EQ(services().CloseServiceHandle(manager), status::Success);
     EXPECT_EQ(services().EnumServicesStatusA(manager, platform::servicetype::Win32,
-                                             serviceenum::All, offered, &listed, &needed),
+                                             serviceenum::All, 1 << 16, &listed, &needed),
               status::InvalidHandle);
     EXPECT_EQ(services().OpenSCManagerA(platform::scmaccess::Connect, &manager), status::Success);
 }
@@ -161,13 +125,11 @@ TEST_F(ServiceManagerTest, EnumerationTellsTheRoomItNeeds) {
 TEST_F(ServiceManagerTest, StartRunsTheMappedProgramAndStopEndsItCleanly) {
     ASSERT_EQ(services().startService(manager, "TEST SERVICE"), status::Success);
     EXPECT_EQ(state(kService), servicestate::Running);
-    EXPECT_EQ(names(list(serviceenum::Active)), std::vector<std::string>{kService});
-    EXPECT_EQ(list(serviceenum::Inactive).size(), 2u);
-
     const std::string launched = slurp(machine.folder() / "run" / "launched.log");
     EXPECT_EQ(std::count(launched.begin(), launched.end(), '\n'), 1) << launched;
     EXPECT_NE(launched.find("\t" + kProgram), std::string::npos) << launched;
 
+    // Neither a second start nor the program started by hand runs it again.
     EXPECT_EQ(services().startService(manager, kService), servicestatus::AlreadyRunning);
     EXPECT_EQ(slurp(machine.folder() / "run" / "launched.log"), launched);
     EXPECT_EQ(runSecondProcess(), 3);
@@ -176,13 +138,9 @@ TEST_F(ServiceManagerTest, StartRunsTheMappedProgramAndStopEndsItCleanly) {
     ASSERT_EQ(services().stopService(manager, "test service"), status::Success);
     EXPECT_TRUE(fs::exists(marker()));
     EXPECT_EQ(state(kService), servicestate::Stopped);
-    EXPECT_EQ(services().stopService(manager, kService), servicestatus::NotActive);
-    EXPECT_TRUE(list(serviceenum::Active).empty());
 }
 
 TEST_F(ServiceManagerTest, StartFailsForWhatCannotRun) {
-    EXPECT_EQ(services().startService(manager, "No Such Service"), servicestatus::DoesNotExist);
-    EXPECT_EQ(services().stopService(manager, "No Such Service"), servicestatus::DoesNotExist);
     EXPECT_EQ(services().startService(manager, kUnmapped), status::FileNotFound);
 
     // The program of an unquoted ImagePath ends at ".exe"; this one ends without running.
