@@ -3,10 +3,10 @@
 #include <QDateTime>
 
 #include <algorithm>
-#include <chrono>
 
 #include "core/BasicText.h"
 #include "state/AnsiText.h"
+#include "state/SystemDateFormats.h"
 
 namespace state {
 
@@ -54,13 +54,10 @@ void FileHelpers::UniqueFileName(QString& path) {
 }
 
 QString FileHelpers::TimeStampUTC() {
-    // Windows's bias is UTC less local time, so the local time is the instant less the bias;
-    // the stamp subtracts the bias once more, as the stamps already stored were written.
-    const std::chrono::minutes bias(platform_.clock.timeZoneBiasMinutes());
-    const auto stamp = platform_.clock.now() - 2 * bias;
-    const auto msecs =
-        std::chrono::duration_cast<std::chrono::milliseconds>(stamp.time_since_epoch()).count();
-    return QDateTime::fromMSecsSinceEpoch(msecs, Qt::UTC)
+    // Windows's bias is UTC less local time, in minutes, so the local time plus the bias is UTC.
+    const QDateTime local = LocalNow(platform_);
+    return QDateTime(local.date(), local.time(), Qt::UTC)
+        .addSecs(60 * platform_.clock.timeZoneBiasMinutes())
         .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 

@@ -21,7 +21,8 @@ public:
     // When the path exists, adds "(1)", "(2)", ... before the extension until it does not.
     void UniqueFileName(QString& path);
 
-    // "yyyy-mm-dd hh:mm:ss" of the local time less the time-zone bias.
+    // "yyyy-mm-dd hh:mm:ss" of the present time in UTC: the local time corrected by the
+    // time-zone bias.
     QString TimeStampUTC();
     QString GetOSUserName();
     // Windows Vista, 7 or 8 (NT 6.0 to 6.2).
