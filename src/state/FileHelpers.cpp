@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "core/BasicText.h"
+#include "localisation/BasicErrors.h"
 #include "state/AnsiText.h"
 #include "state/SystemDateFormats.h"
 
@@ -31,6 +32,16 @@ bool FileHelpers::FolderExists(const QString& path) {
 
 bool FileHelpers::CreateBlankFile(const QString& path) {
     return platform_.files.writeFile(toAnsi(platform_.codePage, path), {});
+}
+
+int FileHelpers::WriteTextFile(const QString& path, const QString& text) {
+    const std::string file = toAnsi(platform_.codePage, path);
+    if (platform_.files.writeFile(file, toAnsi(platform_.codePage, text))) {
+        return 0;
+    }
+    using namespace localisation::basicerror;
+    return platform_.files.FolderExists(platform::GetParentFolderName(file)) ? PathFileAccessError
+                                                                             : PathNotFound;
 }
 
 void FileHelpers::UniqueFileName(QString& path) {

@@ -18,6 +18,10 @@ public:
     bool FolderExists(const QString& path);
     // An empty file; false when it could not be written.
     bool CreateBlankFile(const QString& path);
+    // Replaces the file with the text in the system code page in one step, so that no reader
+    // ever sees it half written. 0, or the number of Basic's error that the write would have
+    // raised: 76 (path not found) when the folder is missing, 75 (path/file access error) else.
+    int WriteTextFile(const QString& path, const QString& text);
     // When the path exists, adds "(1)", "(2)", ... before the extension until it does not.
     void UniqueFileName(QString& path);
 
