@@ -56,7 +56,10 @@ int serviceCommand(Context& context) {
         return reportControl(platform, service::stopProductService(platform));
     }
     ConsoleService console(platform);
-    console.channel.SendToService(arguments.mid(1).join(QStringLiteral("\r\n")));
+    // A text that could not be handed over has been told on standard error by the channel.
+    if (!console.channel.SendToService(arguments.mid(1).join(QStringLiteral("\r\n")))) {
+        return kFailed;
+    }
     Context::out(QStringLiteral("taken"));
     return kOk;
 }

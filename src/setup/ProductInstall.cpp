@@ -11,6 +11,7 @@
 #include "setup/ProductRegistration.h"
 #include "setup/ProgramMap.h"
 #include "state/AnsiText.h"
+#include "state/DataFolders.h"
 #include "state/ProductNames.h"
 
 namespace setup {
@@ -54,6 +55,26 @@ std::unique_ptr<Machine> openOrCreateMachine(const fs::path& folder, const Repor
     }
     report.done("created machine " + hostText(folder));
     return machine;
+}
+
+// The folder of the service's command file, so that the program's first send finds it.
+bool makeServiceFolder(platform::Platform& platform, const Report& report) {
+    bool fallback = false;
+    const QString dataFolder =
+        state::locateDataFolder(platform, product::installFolder(), product::name(), &fallback);
+    const QString serviceFolder = dataFolder + product::serviceFolder();
+    for (const QString& folder : {dataFolder.chopped(1), serviceFolder}) {
+        const std::string ansi = state::toAnsi(platform.codePage, folder);
+        if (platform.files.FolderExists(ansi)) {
+            continue;
+        }
+        if (!platform.files.MkDir(ansi)) {
+            report.problem(folder + ": cannot be made");
+            return false;
+        }
+        report.done("made folder " + folder);
+    }
+    return true;
 }
 
 void startService(Machine& machine, const Report& report) {
@@ -120,7 +141,7 @@ bool install(const SetupOptions& options, const Report& report) {
     auto& platform = machine->platform();
     if (!registerService(platform, report) ||
         !writeProductValues(platform, options.values, report) ||
-        !writeUninstallEntry(platform, report)) {
+        !writeUninstallEntry(platform, report) || !makeServiceFolder(platform, report)) {
         return false;
     }
     if (options.start) {

@@ -5,8 +5,9 @@
 namespace setup {
 
 // Puts the product on the machine of options.machineFolder, laying the machine out first
-// when there is none: data files, program mappings, service, product values, uninstall entry
-// and, when asked, the start of the service. Stops at the first step that fails.
+// when there is none: data files, program mappings, service, product values, uninstall entry,
+// the data folder with the folder of the service's command file and, when asked, the start of
+// the service. Stops at the first step that fails.
 bool install(const SetupOptions& options, const Report& report);
 
 // Takes off the machine what install put there, after stopping the service; the user's data

@@ -7,6 +7,7 @@
 
 #include "core/BasicText.h"
 #include "state/AnsiText.h"
+#include "state/ProductNames.h"
 
 namespace state {
 
@@ -99,7 +100,7 @@ void DataFolders::UpdateFileLocations(ServiceChannel& service) {
 
     // First run of a version that keeps its data here.
     makeFolder(dataFolder_);
-    makeFolder(dataFolder_ + QStringLiteral("Service"));
+    makeFolder(dataFolder_ + product::serviceFolder());
     for (const QString& name : olderDataFolders()) {
         const QString old = programFolder_ + u'\\' + name;
         if (folderExists(old)) {

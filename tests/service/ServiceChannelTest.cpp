@@ -14,6 +14,7 @@
 #include "state/ProductNames.h"
 #include "state/modServiceCom.h"
 #include "support/ProgramRun.h"
+#include "support/RecordingMessageBox.h"
 #include "support/ServiceMachine.h"
 #include "support/TestMachine.h"
 
@@ -62,7 +63,8 @@ protected:
         return registry.GetStringValue(keyPath, name);
     }
 
-    testing_support::ServiceMachine machine;
+    testing_support::RecordingMessageBox box;
+    testing_support::ServiceMachine machine{&box};
     platform::Platform& platform = machine.platform();
     state::modRegistry registry{platform};
     state::DataFolders folders{platform, "C:\\Program Files\\Tallowick", "Tallowick"};
@@ -212,6 +214,24 @@ TEST_F(ServiceChannelTest, TheFirstRunMovesOlderDataThroughTheService) {
     EXPECT_FALSE(platform.files.FolderExists("C:\\Program Files\\Tallowick\\Settings"));
     EXPECT_FALSE(platform.files.FolderExists("C:\\Program Files\\Tallowick\\Item Backups"));
     EXPECT_TRUE(serviceLog().filter("refused").isEmpty());
+}
+
+// The command file's folder is there whenever the channel is used: the service makes it at its
+// start. A send that can't write the file is told by its handler, not lost in silence.
+TEST_F(ServiceChannelTest, TheServiceMakesItsFolderAndAFailedWriteIsTold) {
+    const auto serviceFolder =
+        machine.folder() / "drive_c" / "ProgramData" / "Tallowick" / "Service";
+    std::filesystem::remove_all(serviceFolder);
+    ASSERT_TRUE(runStarter());
+    EXPECT_TRUE(platform.files.FolderExists("C:\\ProgramData\\Tallowick\\Service"));
+    EXPECT_TRUE(channel.SendToService("RegCreateKey|" + key()));
+
+    std::filesystem::remove_all(serviceFolder);
+    EXPECT_FALSE(channel.SendToService("RegSetString|" + key() + "|Lost|1"));
+    ASSERT_EQ(box.shown.size(), 1u);
+    EXPECT_EQ(box.shown[0].text,
+              "Error 76 (Path not found) in procedure SendToService at 0 of Module modServiceCom");
+    EXPECT_EQ(box.shown[0].caption, "Tallowick");
 }
 
 // The program knows its service only when both the name and the display name are

@@ -14,7 +14,10 @@ using namespace state;
 
 class RecordingChannel final : public ServiceChannel {
 public:
-    void SendToService(const QString& commandText) override { sent << commandText; }
+    bool SendToService(const QString& commandText) override {
+        sent << commandText;
+        return true;
+    }
     QStringList sent;
 };
 
