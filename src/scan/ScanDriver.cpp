@@ -38,10 +38,6 @@ QString logTime(platform::Platform& platform) {
     return core::formatDate(now, formats) + QStringLiteral("  ") + core::formatTime(now, formats);
 }
 
-bool isOn(state::modSettings& settings, state::setting::Key key) {
-    return settings.ReadSetting(key, QLatin1String(state::setting::On)) == u"1";
-}
-
 }  // namespace
 
 ScanDriver::ScanDriver(ScanParts parts) : parts_(std::move(parts)) {}
@@ -72,8 +68,9 @@ void ScanDriver::InitiateScan(bool silent) {
     view.disableControls();
     if (!parts_.control.bInProcess) {
         view.stopCoSellTimer();
-        if (isOn(parts_.settings, state::setting::InternetConnectionReminder) && !silent &&
-            !parts_.control.unattendedScan) {
+        if (parts_.settings.IsSettingOn(state::setting::InternetConnectionReminder,
+                                        state::setting::On) &&
+            !silent && !parts_.control.unattendedScan) {
             view.showInternetReminder();
         }
         parts_.service.SendToService(QStringLiteral("RegDeleteVal|") + productKey() + u'|' +
@@ -295,7 +292,7 @@ void ScanDriver::close(bool silent, bool lookupFailed, QStringList& scanLog) {
     }
 
     scanLog << QStringLiteral("Scan Complete. (") + logTime(parts_.platform) + u')';
-    if (isOn(settings, LogAllActivity)) {
+    if (settings.IsSettingOn(LogAllActivity, On)) {
         for (const QString& line : scanLog) {
             parts_.log.write(line);
         }
@@ -307,11 +304,11 @@ void ScanDriver::close(bool silent, bool lookupFailed, QStringList& scanLog) {
     pump();
     control.bInProcess = false;
 
-    if (isOn(settings, PlaySoundWhenDone) && count > 0) {
+    if (settings.IsSettingOn(PlaySoundWhenDone, On) && count > 0) {
         view.playSound(parts_.programFolder + QStringLiteral("\\ErrorFound.wav"));
     }
-    if (count > 0 && isOn(settings, ShowPrintReport) &&
-        (!silent || settings.ReadSetting(SchedulerAction, QStringLiteral("0")) == u"1")) {
+    if (count > 0 && settings.IsSettingOn(ShowPrintReport, On) &&
+        (!silent || settings.IsSettingOn(SchedulerAction, Off))) {
         view.RestoreWindow();
         pump();
         pump();

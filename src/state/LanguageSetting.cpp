@@ -12,7 +12,7 @@ const QString kValue = QString::fromLatin1(productvalue::Language);
 
 QString GetStoredLanguage(modRegistry& registry, const QString& productKey) {
     const QString value = registry.GetStringValue(productKey, kValue);
-    return value.toLower() == u"error" ? QString() : value;
+    return IsFailureWord(value) ? QString() : value;
 }
 
 bool SaveLanguage(modRegistry& registry, ServiceChannel& service, const QString& productKey,

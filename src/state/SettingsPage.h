@@ -38,8 +38,6 @@ public:
     void sendRunValue(bool on);
 
 private:
-    bool isOn(setting::Key key, const char* defaultValue);
-
     modSettings& settings_;
     modRegistry& registry_;
     ServiceChannel& service_;

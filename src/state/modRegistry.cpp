@@ -18,6 +18,10 @@ const QString kErrorWord = QStringLiteral("Error");
 
 }  // namespace
 
+bool IsFailureWord(const QString& value) {
+    return core::textCompare(value, kErrorWord);
+}
+
 modRegistry::modRegistry(platform::Platform& platform)
     : registry_(platform.registry), codePage_(platform.codePage) {}
 

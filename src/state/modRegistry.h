@@ -11,6 +11,10 @@ namespace state {
 // The program's only direct way into the registry: keys by whole path strings, reads that
 // answer the word "Error" when a value can't be read, and a module state (last key, last
 // root, last status) shared by all calls, as the program has always had it. One thread only.
+// The failure word the reads answer, in any case: a value whose text is "error" counts as
+// missing too.
+bool IsFailureWord(const QString& value);
+
 class modRegistry {
 public:
     explicit modRegistry(platform::Platform& platform);

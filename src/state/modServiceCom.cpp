@@ -66,7 +66,7 @@ bool modServiceCom::EnumSystemServices(std::uint32_t state, bool& found) {
 }
 
 bool modServiceCom::productValueExists(const QString& name) {
-    return registry_.GetStringValue(product::key(), name).toLower() != QLatin1String("error");
+    return !IsFailureWord(registry_.GetStringValue(product::key(), name));
 }
 
 void modServiceCom::waitWhileCommandFileExists(const std::string& commandFile) {
