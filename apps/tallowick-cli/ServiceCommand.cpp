@@ -1,6 +1,7 @@
 #include "Cli.h"
 #include "ConsoleService.h"
 #include "service/ServiceControl.h"
+#include "state/ServiceCommands.h"
 
 namespace cli {
 
@@ -57,7 +58,7 @@ int serviceCommand(Context& context) {
     }
     ConsoleService console(platform);
     // A text that could not be handed over has been told on standard error by the channel.
-    if (!console.channel.SendToService(arguments.mid(1).join(QStringLiteral("\r\n")))) {
+    if (!console.channel.SendToService(state::servicecommand::commandText(arguments.mid(1)))) {
         return kFailed;
     }
     Context::out(QStringLiteral("taken"));

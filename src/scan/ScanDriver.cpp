@@ -14,6 +14,7 @@
 #include "scan/VersionCompare.h"
 #include "state/FileHelpers.h"
 #include "state/ProductNames.h"
+#include "state/ServiceCommands.h"
 #include "state/SettingNames.h"
 #include "state/SystemDateFormats.h"
 #include "web/TrackingEvents.h"
@@ -51,8 +52,8 @@ QString ScanDriver::productKey() const {
 }
 
 void ScanDriver::setProductValue(const char* value, const QString& data) {
-    parts_.service.SendToService(QStringLiteral("RegSetString|") + productKey() + u'|' +
-                                 QString::fromLatin1(value) + u'|' + data);
+    parts_.service.SendToService(
+        state::servicecommand::RegSetString(productKey(), QString::fromLatin1(value), data));
 }
 
 void ScanDriver::cmdScanNow_Click() {
@@ -73,8 +74,8 @@ void ScanDriver::InitiateScan(bool silent) {
             !silent && !parts_.control.unattendedScan) {
             view.showInternetReminder();
         }
-        parts_.service.SendToService(QStringLiteral("RegDeleteVal|") + productKey() + u'|' +
-                                     QLatin1String(state::productvalue::SilentScan));
+        parts_.service.SendToService(state::servicecommand::RegDeleteVal(
+            productKey(), QLatin1String(state::productvalue::SilentScan)));
         view.showScan();
         pump();
         StartScan(silent);

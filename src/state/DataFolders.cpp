@@ -8,6 +8,7 @@
 #include "core/BasicText.h"
 #include "state/AnsiText.h"
 #include "state/ProductNames.h"
+#include "state/ServiceCommands.h"
 
 namespace state {
 
@@ -104,10 +105,9 @@ void DataFolders::UpdateFileLocations(ServiceChannel& service) {
     for (const QString& name : olderDataFolders()) {
         const QString old = programFolder_ + u'\\' + name;
         if (folderExists(old)) {
-            service.SendToService(QStringLiteral("FsoCopyFolder|") + old + u'|' + dataFolder_ +
-                                  name + QStringLiteral("|False\r\n") +
-                                  QStringLiteral("FsoDeleteFolder|") + old +
-                                  QStringLiteral("|True"));
+            service.SendToService(
+                servicecommand::commandText({servicecommand::FsoCopyFolder(old, dataFolder_ + name),
+                                             servicecommand::FsoDeleteFolder(old)}));
         }
     }
 }

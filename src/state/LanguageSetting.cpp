@@ -1,5 +1,6 @@
 #include "state/LanguageSetting.h"
 
+#include "state/ServiceCommands.h"
 #include "state/SettingNames.h"
 
 namespace state {
@@ -17,7 +18,7 @@ QString GetStoredLanguage(modRegistry& registry, const QString& productKey) {
 
 bool SaveLanguage(modRegistry& registry, ServiceChannel& service, const QString& productKey,
                   const QString& id) {
-    service.SendToService(QStringLiteral("RegSetString|") + productKey + u'|' + kValue + u'|' + id);
+    service.SendToService(servicecommand::RegSetString(productKey, kValue, id));
     if (GetStoredLanguage(registry, productKey) == id) {
         return true;
     }

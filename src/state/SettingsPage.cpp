@@ -1,6 +1,7 @@
 #include "state/SettingsPage.h"
 
 #include "state/ProductNames.h"
+#include "state/ServiceCommands.h"
 
 namespace state {
 
@@ -20,9 +21,9 @@ QString SettingsPage::runValueData() const {
 }
 
 void SettingsPage::sendRunValue(bool on) {
-    const QString target = product::runKey() + u'|' + product::name();
-    service_.SendToService(on ? QStringLiteral("RegSetString|") + target + u'|' + runValueData()
-                              : QStringLiteral("RegDeleteVal|") + target);
+    service_.SendToService(
+        on ? servicecommand::RegSetString(product::runKey(), product::name(), runValueData())
+           : servicecommand::RegDeleteVal(product::runKey(), product::name()));
 }
 
 void SettingsPage::ApplySettings() {

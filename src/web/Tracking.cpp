@@ -2,6 +2,7 @@
 
 #include "core/BasicNumber.h"
 #include "core/BasicText.h"
+#include "state/ServiceCommands.h"
 #include "state/SettingNames.h"
 
 namespace web {
@@ -95,9 +96,8 @@ bool Tracking::guardOpen(const TrackingGuard& guard) {
 }
 
 void Tracking::closeGuard(const TrackingGuard& guard) {
-    service_.SendToService(QStringLiteral("RegSetString|") + facts_.productKey + u'|' +
-                           QString::fromLatin1(guard.value) + u'|' +
-                           QString::fromLatin1(guard.number));
+    service_.SendToService(state::servicecommand::RegSetString(
+        facts_.productKey, QString::fromLatin1(guard.value), QString::fromLatin1(guard.number)));
 }
 
 }  // namespace web

@@ -12,6 +12,7 @@
 #include "service/ServiceControl.h"
 #include "state/AnsiText.h"
 #include "state/ProductNames.h"
+#include "state/ServiceCommands.h"
 #include "state/modServiceCom.h"
 #include "support/ProgramRun.h"
 #include "support/RecordingMessageBox.h"
@@ -75,11 +76,13 @@ protected:
 // What SaveLanguage relies on: when the send returns, the value reads back. A delete and a set
 // of one value travel as one text, delete first.
 TEST_F(ServiceChannelTest, ASendIsTakenBeforeItReturns) {
+    using namespace state::servicecommand;
     ASSERT_TRUE(runStarter());
-    channel.SendToService("RegCreateKey|" + key() + "\r\nRegSetString|" + key() + "|Language|de");
+    channel.SendToService(
+        commandText({RegCreateKey(key()), RegSetString(key(), "Language", "de")}));
     EXPECT_EQ(value(key(), "Language"), "de");
-    channel.SendToService("RegDeleteVal|" + key() + "|Language\r\nRegSetString|" + key() +
-                          "|Language|fr");
+    channel.SendToService(
+        commandText({RegDeleteVal(key(), "Language"), RegSetString(key(), "Language", "fr")}));
     EXPECT_EQ(value(key(), "Language"), "fr");
     EXPECT_FALSE(commandFileExists());
     EXPECT_TRUE(gate.calls.empty());
@@ -147,9 +150,10 @@ TEST_F(ServiceChannelTest, RefusalsAreLoggedAndChangeNothing) {
         "Format|C:",
         "RegSetString|" + key() + "|Only two fields",
     };
-    channel.SendToService(refused.join("\r\n") + "\r\nRegCreateKey|" + key() + "\r\nRegSetString|" +
-                          key() + "|Good|1" +
-                          "\r\nKill|C:\\ProgramData\\Tallowick\\Settings\\Old.txt");
+    using namespace state::servicecommand;
+    channel.SendToService(
+        commandText(refused + QStringList{RegCreateKey(key()), RegSetString(key(), "Good", "1"),
+                                          Kill("C:\\ProgramData\\Tallowick\\Settings\\Old.txt")}));
     EXPECT_EQ(value("HKEY_LOCAL_MACHINE\\Software\\Other", "a"), "Error");
     EXPECT_EQ(value(kRun, "Intruder"), "Error");
     EXPECT_EQ(value("HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\Intruder", ""),
