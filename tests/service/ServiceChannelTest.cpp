@@ -55,11 +55,7 @@ protected:
         return platform.files.FileExists(
             state::toAnsi(platform.codePage, kDataFolder + state::product::commandFile()));
     }
-    QStringList serviceLog() {
-        const auto text = platform.files.readFile(
-            state::toAnsi(platform.codePage, kDataFolder + state::product::serviceLog()));
-        return QString::fromStdString(text.value_or("")).split("\r\n", Qt::SkipEmptyParts);
-    }
+    QStringList serviceLog() { return machine.serviceLog(); }
     QString value(const QString& keyPath, const QString& name) {
         return registry.GetStringValue(keyPath, name);
     }
