@@ -6,6 +6,7 @@
 #include "scan/ScanOSWord.h"
 #include "scan/UpdateRecord.h"
 #include "scan/modUpdateCOmponent.h"
+#include "shell/UpdateLookupStart.h"
 #include "state/ProductNames.h"
 #include "state/SettingNames.h"
 #include "state/modSettings.h"
@@ -45,7 +46,7 @@ int lookupCommand(Context& context) {
     openProgramSettings(platform, state.programFolder, true, settings);
     platform::net::InetControl inet;
     scan::modUpdateCOmponent component(platform, inet);
-    component.setAccessKey(QLatin1String(scan::modUpdateCOmponent::kAccessKey));
+    shell::PrepareUpdateLookup(component, state, platform);
     component.setServerBase(
         server.isEmpty() ? language.GetStrLocValue(QStringLiteral("strURL_SH_Corporate")) : server);
     const auto encode = [&platform](const QString& text) {

@@ -11,6 +11,7 @@
 #include "ProgramLists.h"
 #include "platform/net/InetControl.h"
 #include "scan/ScanDriver.h"
+#include "shell/UpdateLookupStart.h"
 #include "state/ActivityLog.h"
 #include "state/AnsiText.h"
 #include "state/clsList.h"
@@ -111,7 +112,7 @@ int scanCommand(Context& context) {
         web::TrackingQueue queue(program.holder);
         platform::net::InetControl inet;
         scan::modUpdateCOmponent component(platform, inet);
-        component.setAccessKey(QLatin1String(scan::modUpdateCOmponent::kAccessKey));
+        shell::PrepareUpdateLookup(component, program.state, platform);
         component.setServerBase(
             program.language.GetStrLocValue(QStringLiteral("strURL_SH_Corporate")));
         const QString logPath = program.dataFolder + state::product::activityLog();
