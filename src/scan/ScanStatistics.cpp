@@ -41,7 +41,8 @@ void ScanStatistics::ResetStatistics() {
 
 void ScanStatistics::lblCmdResetStatistics_Click() {
     if (panel_.showMessage(language_.GetStrLocValue(QStringLiteral("strLoc_SH_SureStopStatistics")),
-                           platform::mbstyle::YesNo) != platform::mbresult::Yes) {
+                           platform::mbstyle::YesNo | platform::mbstyle::IconQuestion) !=
+        platform::mbresult::Yes) {
         return;
     }
     ResetStatistics();
