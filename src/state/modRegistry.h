@@ -23,7 +23,8 @@ public:
     // (also for a value of 255 or more characters), "" for an unknown root.
     QString GetStringValue(const QString& keyPath, const QString& valueName);
     // A 32-bit number, or the text "Error"; empty for an unknown root. The value's type is
-    // not looked at.
+    // not looked at: a string of up to three characters reads as a number, one of four or more
+    // as "Error".
     QVariant GetDwordValue(const QString& keyPath, const QString& valueName);
     // Stores REG_SZ, handed over without its terminator, which Windows adds; the status stays
     // in lastStatus().
