@@ -3,6 +3,7 @@
 #include "scan/ScanOSWord.h"
 #include "scan/UpdateRecord.h"
 #include "scan/modUpdateCOmponent.h"
+#include "shell/UpdateLookupStart.h"
 #include "state/ProductNames.h"
 #include "state/SettingNames.h"
 #include "state/modSettings.h"

@@ -1,6 +1,7 @@
 #include "Cli.h"
 #include "ConsoleProgram.h"
 #include "service/ServiceControl.h"
+#include "state/ServiceCommands.h"
 
 namespace cli {
 
@@ -56,7 +57,11 @@ int serviceCommand(Context& context) {
         return reportControl(platform, service::stopProductService(platform));
     }
     return withProgram(context, {false, true, {}}, [&](ConsoleProgram& console) {
-        console.program.channel.SendToService(arguments.mid(1).join(QStringLiteral("\r\n")));
+        // A text that could not be handed over has been told on standard error by the channel.
+        if (!console.program.channel.SendToService(
+                state::servicecommand::commandText(arguments.mid(1)))) {
+            return kFailed;
+        }
         Context::out(QStringLiteral("taken"));
         return kOk;
     });

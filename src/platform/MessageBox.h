@@ -14,6 +14,8 @@ inline constexpr std::uint32_t IconInformation = 64;
 }  // namespace mbstyle
 
 namespace mbresult {
+// No button was pressed: the box could not be shown.
+inline constexpr int NotShown = 0;
 inline constexpr int Ok = 1;
 inline constexpr int Yes = 6;
 inline constexpr int No = 7;
@@ -24,7 +26,8 @@ inline constexpr int No = 7;
 class MessageBox {
 public:
     virtual ~MessageBox() = default;
-    // The button pressed: mbresult::Ok, Yes or No.
+    // The button pressed: mbresult::Ok, Yes or No; NotShown (0) when the box could not be
+    // shown, which no caller may take for an answer.
     virtual int show(const std::u16string& text, const std::u16string& caption,
                      std::uint32_t style) = 0;
 };

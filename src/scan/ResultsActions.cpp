@@ -35,8 +35,7 @@ void ResultsActions::open(const QString& target) {
 
 void ResultsActions::GetUpdate(const QString& name, const QString& publisher,
                                const QString& address) {
-    if (settings_.ReadSetting(state::setting::ShowUpdateReminder,
-                              QLatin1String(state::setting::On)) == u"1") {
+    if (settings_.IsSettingOn(state::setting::ShowUpdateReminder, state::setting::On)) {
         view_.showUpdatePrompt();
     }
     open(address);

@@ -14,6 +14,7 @@
 #include "scan/VersionCompare.h"
 #include "state/FileHelpers.h"
 #include "state/ProductNames.h"
+#include "state/ServiceCommands.h"
 #include "state/SettingNames.h"
 #include "state/SystemDateFormats.h"
 #include "web/TrackingEvents.h"
@@ -38,10 +39,6 @@ QString logTime(platform::Platform& platform) {
     return core::formatDate(now, formats) + QStringLiteral("  ") + core::formatTime(now, formats);
 }
 
-bool isOn(state::modSettings& settings, state::setting::Key key) {
-    return settings.ReadSetting(key, QLatin1String(state::setting::On)) == u"1";
-}
-
 }  // namespace
 
 ScanDriver::ScanDriver(ScanParts parts) : parts_(std::move(parts)) {}
@@ -55,8 +52,8 @@ QString ScanDriver::productKey() const {
 }
 
 void ScanDriver::setProductValue(const char* value, const QString& data) {
-    parts_.service.SendToService(QStringLiteral("RegSetString|") + productKey() + u'|' +
-                                 QString::fromLatin1(value) + u'|' + data);
+    parts_.service.SendToService(
+        state::servicecommand::RegSetString(productKey(), QString::fromLatin1(value), data));
 }
 
 void ScanDriver::cmdScanNow_Click() {
@@ -72,12 +69,13 @@ void ScanDriver::InitiateScan(bool silent) {
     parts_.window.disableControls();
     if (!parts_.control.bInProcess) {
         parts_.window.stopCoSellTimer();
-        if (isOn(parts_.settings, state::setting::InternetConnectionReminder) && !silent &&
-            !parts_.control.unattendedScan) {
+        if (parts_.settings.IsSettingOn(state::setting::InternetConnectionReminder,
+                                        state::setting::On) &&
+            !silent && !parts_.control.unattendedScan) {
             view.showInternetReminder();
         }
-        parts_.service.SendToService(QStringLiteral("RegDeleteVal|") + productKey() + u'|' +
-                                     QLatin1String(state::productvalue::SilentScan));
+        parts_.service.SendToService(state::servicecommand::RegDeleteVal(
+            productKey(), QLatin1String(state::productvalue::SilentScan)));
         view.showScan();
         pump();
         StartScan(silent);
@@ -295,7 +293,7 @@ void ScanDriver::close(bool silent, bool lookupFailed, QStringList& scanLog) {
     }
 
     scanLog << QStringLiteral("Scan Complete. (") + logTime(parts_.platform) + u')';
-    if (isOn(settings, LogAllActivity)) {
+    if (settings.IsSettingOn(LogAllActivity, On)) {
         for (const QString& line : scanLog) {
             parts_.log.write(line);
         }
@@ -307,11 +305,11 @@ void ScanDriver::close(bool silent, bool lookupFailed, QStringList& scanLog) {
     pump();
     control.bInProcess = false;
 
-    if (isOn(settings, PlaySoundWhenDone) && count > 0) {
+    if (settings.IsSettingOn(PlaySoundWhenDone, On) && count > 0) {
         view.playSound(parts_.programFolder + QStringLiteral("\\ErrorFound.wav"));
     }
-    if (count > 0 && isOn(settings, ShowPrintReport) &&
-        (!silent || settings.ReadSetting(SchedulerAction, QStringLiteral("0")) == u"1")) {
+    if (count > 0 && settings.IsSettingOn(ShowPrintReport, On) &&
+        (!silent || settings.IsSettingOn(SchedulerAction, Off))) {
         parts_.window.RestoreWindow();
         pump();
         pump();

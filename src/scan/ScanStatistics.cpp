@@ -20,7 +20,7 @@ void ScanStatistics::StatusInfoDisplay() {
     panel_.setScanNowData(3, QString::number(ignoreList_.LoadIgnoredToList()));
     panel_.setScanNowData(4, state::product::ownVersion());
     QString scheduler;
-    if (settings_.ReadSetting(SchedulerActivate, QStringLiteral("0")) == u"1") {
+    if (settings_.IsSettingOn(SchedulerActivate, Off)) {
         const QString date = settings_.ReadSetting(LastScanDate, QString());
         scheduler = date.isEmpty()
                         ? language_.GetStrLocValue(QStringLiteral("strLoc_SH_ActiveCapital"))
@@ -41,7 +41,8 @@ void ScanStatistics::ResetStatistics() {
 
 void ScanStatistics::lblCmdResetStatistics_Click() {
     if (box_.UniMsgBox(language_.GetStrLocValue(QStringLiteral("strLoc_SH_SureStopStatistics")),
-                       platform::mbstyle::YesNo) != platform::mbresult::Yes) {
+                       platform::mbstyle::YesNo | platform::mbstyle::IconQuestion) !=
+        platform::mbresult::Yes) {
         return;
     }
     ResetStatistics();

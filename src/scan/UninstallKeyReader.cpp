@@ -8,11 +8,6 @@ namespace scan {
 
 namespace {
 
-// A failed read answers "Error"; so does a value whose text is "error" in any case.
-bool missing(const QString& value) {
-    return core::lcase(value) == QLatin1String("error");
-}
-
 QString withoutQuotes(const QString& text) {
     return core::replace(text, "\"", "");
 }
@@ -48,7 +43,7 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
     if (comma >= 0) {
         icon = icon.left(comma);
     }
-    if (fileExists(icon) && !missing(icon)) {
+    if (fileExists(icon) && !state::IsFailureWord(icon)) {
         c.exePath = core::replace(icon, "\\\\", "\\");
         c.exeName = core::GetFileName(c.exePath);
         c.fileVersion = versionReader_.GetFixedFileVersion(c.exePath);
@@ -58,7 +53,7 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
     if (location.endsWith('\\')) {
         location.chop(1);
     }
-    if (missing(location)) {
+    if (state::IsFailureWord(location)) {
         location = core::GetParentFolderName(c.exePath);
         if (location.isEmpty()) {
             location = core::GetParentFolderName(uninstall);
@@ -73,12 +68,12 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
     }
 
     const QString name = registry_.GetStringValue(key, "DisplayName");
-    if (!missing(name) && !name.isEmpty()) {
+    if (!state::IsFailureWord(name) && !name.isEmpty()) {
         c.name = name;
     }
 
     const QString version = registry_.GetStringValue(key, "DisplayVersion");
-    if (!missing(version) && !version.isEmpty() && !version.contains('/')) {
+    if (!state::IsFailureWord(version) && !version.isEmpty() && !version.contains('/')) {
         c.version = version;
     } else if (fileExists(c.exePath)) {
         c.version = versionReader_.GetFixedProductVersion(c.exePath);
@@ -93,7 +88,7 @@ std::optional<Candidate> UninstallKeyReader::read(const QString& key) {
     }
 
     c.publisher = registry_.GetStringValue(key, "Publisher");
-    if (missing(c.publisher)) {
+    if (state::IsFailureWord(c.publisher)) {
         c.publisher = GetCompanyName(versionReader_, icon, getStrLocValue_);
         // A search for "" succeeds in any text, so a found company name always gives way to
         // the uninstall command's, which is empty when the command has arguments.

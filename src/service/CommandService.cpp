@@ -10,14 +10,6 @@
 
 namespace service {
 
-namespace {
-
-QString serviceFolderOf(const QString& dataFolder) {
-    return dataFolder + QStringLiteral("Service");
-}
-
-}  // namespace
-
 CommandService::CommandService(platform::Platform& platform) : platform_(platform) {
     const auto& codePage = platform.codePage;
     scope_.programFolder = core::fromAnsi(codePage, platform.environment.programFolder());
@@ -29,6 +21,13 @@ CommandService::CommandService(platform::Platform& platform) : platform_(platfor
             scope_.tempFolders << core::fromAnsi(codePage, *folder);
         }
     }
+    // Before the service counts as running, so that no send finds the folder missing. MkDir
+    // needs the parent, so a missing data folder stays missing.
+    platform.files.MkDir(serviceFolder());
+}
+
+std::string CommandService::serviceFolder() const {
+    return core::toAnsi(platform_.codePage, scope_.dataFolder + state::product::serviceFolder());
 }
 
 void CommandService::run(const std::atomic<bool>& stopRequested) {
@@ -38,8 +37,7 @@ void CommandService::run(const std::atomic<bool>& stopRequested) {
     ServiceLog log(platform_, scope_.dataFolder + state::product::serviceLog());
     CommandFile commandFile(platform_, policy, runner, log,
                             scope_.dataFolder + state::product::commandFile());
-    const std::string serviceFolder =
-        core::toAnsi(platform_.codePage, serviceFolderOf(scope_.dataFolder));
+    const std::string serviceFolder = this->serviceFolder();
 
     log.write(QStringLiteral("started"));
     std::unique_ptr<platform::ChangeNotification> watch;

@@ -1,5 +1,6 @@
 #pragma once
 #include <atomic>
+#include <string>
 
 #include "platform/Platform.h"
 #include "service/CommandPolicy.h"
@@ -7,8 +8,9 @@
 namespace service {
 
 // The service's work: it watches <data folder>Service\ and takes the command file whenever it
-// appears, a file left from before its start included, until it is asked to stop. It never
-// makes the data folder: the program's first run knows itself by that folder's absence.
+// appears, a file left from before its start included, until it is asked to stop. When made, it
+// makes that folder if the data folder is there, so that the program's sends find it; it
+// never makes the data folder: the program's first run knows itself by that folder's absence.
 class CommandService {
 public:
     // Changes in the watched folder wake the service at once; without a watch, and as a
@@ -21,6 +23,8 @@ public:
     void run(const std::atomic<bool>& stopRequested);
 
 private:
+    std::string serviceFolder() const;
+
     platform::Platform& platform_;
     ServiceScope scope_;
 };

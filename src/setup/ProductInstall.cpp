@@ -5,6 +5,7 @@
 #include "core/AnsiText.h"
 #include "service/ServiceControl.h"
 #include "setup/ProductRegistration.h"
+#include "state/DataFolders.h"
 #include "state/ProductNames.h"
 
 namespace setup {
@@ -86,6 +87,26 @@ bool unmapPrograms(platform::Platform& platform, platform::Installation& install
     return true;
 }
 
+// The folder of the service's command file, so that the program's first send finds it.
+bool makeServiceFolder(platform::Platform& platform, const Report& report) {
+    bool fallback = false;
+    const QString dataFolder =
+        state::locateDataFolder(platform, product::installFolder(), product::name(), &fallback);
+    const QString serviceFolder = dataFolder + product::serviceFolder();
+    for (const QString& folder : {dataFolder.chopped(1), serviceFolder}) {
+        const std::string ansi = core::toAnsi(platform.codePage, folder);
+        if (platform.files.FolderExists(ansi)) {
+            continue;
+        }
+        if (!platform.files.MkDir(ansi)) {
+            report.problem(folder + ": cannot be made");
+            return false;
+        }
+        report.done("made folder " + folder);
+    }
+    return true;
+}
+
 void startService(platform::Platform& platform, const platform::Installation& installation,
                   const Report& report) {
     const QString serviceProgram = product::installFolder() + '\\' + product::serviceFile();
@@ -140,7 +161,7 @@ bool install(platform::Platform& platform, platform::Installation& installation,
         !mapPrograms(platform, installation, options.programsFolder, report) ||
         !registerService(platform, report) ||
         !writeProductValues(platform, options.values, report) ||
-        !writeUninstallEntry(platform, report)) {
+        !writeUninstallEntry(platform, report) || !makeServiceFolder(platform, report)) {
         return false;
     }
     if (options.start) {

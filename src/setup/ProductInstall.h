@@ -7,8 +7,8 @@
 namespace setup {
 
 // Puts the product on the computer: data files, program mappings, service, product values,
-// uninstall entry and, when asked, the start of the service. Stops at the first step that
-// fails.
+// uninstall entry, the data folder with the folder of the service's command file and, when
+// asked, the start of the service. Stops at the first step that fails.
 bool install(platform::Platform& platform, platform::Installation& installation,
              const SetupOptions& options, const Report& report);
 

@@ -4,6 +4,7 @@
 #include "shell/CommandLine.h"
 #include "shell/EntryFolders.h"
 #include "shell/LanguageStart.h"
+#include "shell/UpdateLookupStart.h"
 #include "state/ProductNames.h"
 #include "state/SystemDateFormats.h"
 
@@ -43,7 +44,7 @@ Program::Program(platform::Platform& platform, const QString& programFolder, Pro
       component(platform, inet),
       log(platform, settings, dataFolder + state::product::activityLog()),
       results(platform.messageBox) {
-    component.setAccessKey(QLatin1String(scan::modUpdateCOmponent::kAccessKey));
+    PrepareUpdateLookup(component, state, platform);
     results.InitList(6, scan::DetectionLists::kGrowBy);
 }
 
@@ -56,6 +57,8 @@ bool Program::start(const QString& switches, QString* message) {
         return false;
     }
     ComputeEntryFolders(state, programFolder, platform.files, platform.codePage);
+    // The switches may have put the lookup on its test path.
+    PrepareUpdateLookup(component, state, platform);
     if (!StartLanguage(state, registry, platform, language)) {
         return false;
     }

@@ -1,6 +1,7 @@
 #include "shell/SettingsPage.h"
 
 #include "state/ProductNames.h"
+#include "state/ServiceCommands.h"
 
 namespace shell {
 
@@ -18,41 +19,38 @@ SettingsPage::SettingsPage(state::modSettings& settings, state::modRegistry& reg
       programFolder_(std::move(programFolder)),
       programName_(std::move(programName)) {}
 
-bool SettingsPage::isOn(state::setting::Key key, const char* defaultValue) {
-    return settings_.ReadSetting(key, QLatin1String(defaultValue)) == QLatin1String("1");
-}
-
 QString SettingsPage::runValueData() const {
     return u'"' + programFolder_ + u'\\' + programName_ + QStringLiteral(".Exe\" /boot");
 }
 
 void SettingsPage::sendRunValue(bool on) {
-    const QString target = product::runKey() + u'|' + product::name();
-    service_.SendToService(on ? QStringLiteral("RegSetString|") + target + u'|' + runValueData()
-                              : QStringLiteral("RegDeleteVal|") + target);
+    service_.SendToService(
+        on ? state::servicecommand::RegSetString(product::runKey(), product::name(), runValueData())
+           : state::servicecommand::RegDeleteVal(product::runKey(), product::name()));
 }
 
 void SettingsPage::ApplySettings() {
     // The registry is the truth; the key in the file only follows it.
     const QString run = registry_.GetStringValue(product::runKey(), product::name());
-    const bool startsWithWindows = !run.isEmpty() && run != QLatin1String("Error");
+    const bool startsWithWindows = !run.isEmpty() && !state::IsFailureWord(run);
     settings_.WriteSetting(setting::RunOnStartup, startsWithWindows ? "1" : "0");
     view_.setStartWithWindows(startsWithWindows);
 
     for (const int index : {0, 1, 2, 3, 6, 7, 8}) {
-        view_.setProgramSetting(
-            index, isOn(setting::ProgramSettings[index], setting::ProgramSettingDefaults[index]));
+        view_.setProgramSetting(index,
+                                settings_.IsSettingOn(setting::ProgramSettings[index],
+                                                      setting::ProgramSettingDefaults[index]));
     }
-    const bool controlCentre = isOn(setting::BrenmoorControlCenter, setting::On);
+    const bool controlCentre = settings_.IsSettingOn(setting::BrenmoorControlCenter, setting::On);
     view_.setProgramSetting(9, controlCentre);
     settings_.WriteSetting(setting::BrenmoorControlCenter, controlCentre ? "1" : "0");
 
-    view_.setProgramSetting(4, isOn(setting::LogAllActivity, setting::On));
-    view_.setProgramSetting(5, isOn(setting::ClearLargeLogfile, setting::On));
+    view_.setProgramSetting(4, settings_.IsSettingOn(setting::LogAllActivity, setting::On));
+    view_.setProgramSetting(5, settings_.IsSettingOn(setting::ClearLargeLogfile, setting::On));
     view_.setLogSize(
         settings_.ReadSetting(setting::MaximumLogSize, setting::MaximumLogSizeDefault));
     view_.setSchedulerAction(settings_.ReadSetting(setting::SchedulerAction, setting::Off));
-    view_.setActivateLiveUpdate(isOn(setting::UpdatesActivate, setting::On));
+    view_.setActivateLiveUpdate(settings_.IsSettingOn(setting::UpdatesActivate, setting::On));
 }
 
 void SettingsPage::chkProgramSettings_Click(int index, bool on) {

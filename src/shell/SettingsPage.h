@@ -38,8 +38,6 @@ public:
     void sendRunValue(bool on);
 
 private:
-    bool isOn(state::setting::Key key, const char* defaultValue);
-
     state::modSettings& settings_;
     state::modRegistry& registry_;
     state::ServiceChannel& service_;

@@ -11,7 +11,7 @@ ActivityLog::ActivityLog(platform::Platform& platform, modSettings& settings, QS
     : platform_(platform), settings_(settings), path_(std::move(path)) {}
 
 void ActivityLog::write(const QString& line) {
-    if (settings_.ReadSetting(setting::LogAllActivity, setting::On) != QLatin1String("1")) {
+    if (!settings_.IsSettingOn(setting::LogAllActivity, setting::On)) {
         return;
     }
     platform_.files.appendFile(core::toAnsi(platform_.codePage, path_),
@@ -25,7 +25,7 @@ void ActivityLog::empty() {
 }
 
 void ActivityLog::ClearLargeLogfile() {
-    if (settings_.ReadSetting(setting::ClearLargeLogfile, setting::On) != QLatin1String("1")) {
+    if (!settings_.IsSettingOn(setting::ClearLargeLogfile, setting::On)) {
         return;
     }
     const auto size = platform_.files.FileLen(core::toAnsi(platform_.codePage, path_));

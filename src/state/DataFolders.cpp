@@ -8,6 +8,9 @@
 #include "core/AnsiText.h"
 #include "core/BasicText.h"
 
+#include "state/ProductNames.h"
+#include "state/ServiceCommands.h"
+
 namespace state {
 
 namespace {
@@ -99,14 +102,13 @@ void DataFolders::UpdateFileLocations(ServiceChannel& service) {
 
     // First run of a version that keeps its data here.
     makeFolder(dataFolder_);
-    makeFolder(dataFolder_ + QStringLiteral("Service"));
+    makeFolder(dataFolder_ + product::serviceFolder());
     for (const QString& name : olderDataFolders()) {
         const QString old = programFolder_ + u'\\' + name;
         if (folderExists(old)) {
-            service.SendToService(QStringLiteral("FsoCopyFolder|") + old + u'|' + dataFolder_ +
-                                  name + QStringLiteral("|False\r\n") +
-                                  QStringLiteral("FsoDeleteFolder|") + old +
-                                  QStringLiteral("|True"));
+            service.SendToService(
+                servicecommand::commandText({servicecommand::FsoCopyFolder(old, dataFolder_ + name),
+                                             servicecommand::FsoDeleteFolder(old)}));
         }
     }
 }

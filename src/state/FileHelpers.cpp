@@ -3,10 +3,12 @@
 #include <QDateTime>
 
 #include <algorithm>
-#include <chrono>
 
 #include "core/AnsiText.h"
 #include "core/BasicText.h"
+#include "localisation/BasicErrors.h"
+
+#include "state/SystemDateFormats.h"
 
 namespace state {
 
@@ -33,6 +35,16 @@ bool FileHelpers::CreateBlankFile(const QString& path) {
     return platform_.files.writeFile(core::toAnsi(platform_.codePage, path), {});
 }
 
+int FileHelpers::WriteTextFile(const QString& path, const QString& text) {
+    const std::string file = core::toAnsi(platform_.codePage, path);
+    if (platform_.files.writeFile(file, core::toAnsi(platform_.codePage, text))) {
+        return 0;
+    }
+    using namespace localisation::basicerror;
+    return platform_.files.FolderExists(platform::GetParentFolderName(file)) ? PathFileAccessError
+                                                                             : PathNotFound;
+}
+
 void FileHelpers::UniqueFileName(QString& path) {
     if (!FileExists(path)) {
         return;
@@ -54,13 +66,10 @@ void FileHelpers::UniqueFileName(QString& path) {
 }
 
 QString FileHelpers::TimeStampUTC() {
-    // Windows's bias is UTC less local time, so the local time is the instant less the bias;
-    // the stamp subtracts the bias once more, as the stamps already stored were written.
-    const std::chrono::minutes bias(platform_.clock.timeZoneBiasMinutes());
-    const auto stamp = platform_.clock.now() - 2 * bias;
-    const auto msecs =
-        std::chrono::duration_cast<std::chrono::milliseconds>(stamp.time_since_epoch()).count();
-    return QDateTime::fromMSecsSinceEpoch(msecs, Qt::UTC)
+    // Windows's bias is UTC less local time, in minutes, so the local time plus the bias is UTC.
+    const QDateTime local = LocalNow(platform_);
+    return QDateTime(local.date(), local.time(), Qt::UTC)
+        .addSecs(60 * platform_.clock.timeZoneBiasMinutes())
         .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 

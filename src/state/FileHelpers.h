@@ -18,10 +18,15 @@ public:
     bool FolderExists(const QString& path);
     // An empty file; false when it could not be written.
     bool CreateBlankFile(const QString& path);
+    // Replaces the file with the text in the system code page in one step, so that no reader
+    // ever sees it half written. 0, or the number of Basic's error that the write would have
+    // raised: 76 (path not found) when the folder is missing, 75 (path/file access error) else.
+    int WriteTextFile(const QString& path, const QString& text);
     // When the path exists, adds "(1)", "(2)", ... before the extension until it does not.
     void UniqueFileName(QString& path);
 
-    // "yyyy-mm-dd hh:mm:ss" of the local time less the time-zone bias.
+    // "yyyy-mm-dd hh:mm:ss" of the present time in UTC: the local time corrected by the
+    // time-zone bias.
     QString TimeStampUTC();
     QString GetOSUserName();
     // Windows Vista, 7 or 8 (NT 6.0 to 6.2).

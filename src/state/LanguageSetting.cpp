@@ -1,5 +1,6 @@
 #include "state/LanguageSetting.h"
 
+#include "state/ServiceCommands.h"
 #include "state/SettingNames.h"
 
 namespace state {
@@ -12,12 +13,12 @@ const QString kValue = QString::fromLatin1(productvalue::Language);
 
 QString GetStoredLanguage(modRegistry& registry, const QString& productKey) {
     const QString value = registry.GetStringValue(productKey, kValue);
-    return value.toLower() == u"error" ? QString() : value;
+    return IsFailureWord(value) ? QString() : value;
 }
 
 bool SaveLanguage(modRegistry& registry, ServiceChannel& service, const QString& productKey,
                   const QString& id) {
-    service.SendToService(QStringLiteral("RegSetString|") + productKey + u'|' + kValue + u'|' + id);
+    service.SendToService(servicecommand::RegSetString(productKey, kValue, id));
     if (GetStoredLanguage(registry, productKey) == id) {
         return true;
     }

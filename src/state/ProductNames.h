@@ -69,12 +69,16 @@ inline QString activityLog() {
     return name() + QStringLiteral(" Log.txt");
 }
 
-// Below the data folder: the command file that the service takes, and its log.
+// Below the data folder: the service's folder, with the command file that the service takes
+// and its log.
+inline QString serviceFolder() {
+    return QStringLiteral("Service");
+}
 inline QString commandFile() {
-    return QStringLiteral("Service\\SentData.dat");
+    return serviceFolder() + QStringLiteral("\\SentData.dat");
 }
 inline QString serviceLog() {
-    return QStringLiteral("Service\\Service.log");
+    return serviceFolder() + QStringLiteral("\\Service.log");
 }
 
 }  // namespace state::product

@@ -1,9 +1,25 @@
 #include "state/RuntimeErrors.h"
 
+#include "localisation/BasicErrors.h"
 #include "state/SystemDateFormats.h"
 #include "state/UniMessageBox.h"
 
 namespace state {
+
+RuntimeError BasicFault(int number) {
+    RuntimeError fault;
+    fault.number = number;
+    fault.description = localisation::BasicErrorDescription(number);
+    return fault;
+}
+
+QString HandlerErrorLine(const RuntimeError& error, const QString& procedure, CodeUnit unit,
+                         const QString& unitName) {
+    return QStringLiteral("Error %1 (%2) in procedure %3 at %4 of %5 %6")
+        .arg(QString::number(error.number), error.description, procedure,
+             QString::number(error.line),
+             unit == CodeUnit::Form ? QStringLiteral("Form") : QStringLiteral("Module"), unitName);
+}
 
 RuntimeErrors::RuntimeErrors(platform::Platform& platform, modSettings& settings)
     : platform_(platform), settings_(settings) {}

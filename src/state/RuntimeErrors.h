@@ -14,6 +14,18 @@ struct RuntimeError {
     int line = 0;
 };
 
+// The error object of one of Basic's run-time errors: its number and its description.
+RuntimeError BasicFault(int number);
+
+// Where a procedure lives, as its handler names it.
+enum class CodeUnit { Form, Module };
+
+// The standard line of a procedure's own handler, shown in a box titled with the product name:
+// "Error <n> (<description>) in procedure <name> at <line> of Form <form>" or "of Module
+// <module>".
+QString HandlerErrorLine(const RuntimeError& error, const QString& procedure, CodeUnit unit,
+                         const QString& unitName);
+
 // The shared error routine behind the handlers. It tells the user only in debug mode or with
 // the environment variable TWVerbose set to "1"; its box keeps the family's first product as
 // its title.

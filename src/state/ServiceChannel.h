@@ -8,7 +8,9 @@ namespace state {
 class ServiceChannel {
 public:
     virtual ~ServiceChannel() = default;
-    virtual void SendToService(const QString& commandText) = 0;
+    // True when the service has taken the text; false when it could not be handed over, which
+    // the channel has told.
+    virtual bool SendToService(const QString& commandText) = 0;
 };
 
 }  // namespace state

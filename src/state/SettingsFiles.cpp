@@ -2,7 +2,9 @@
 
 #include "core/AnsiText.h"
 #include "localisation/modUTF8_FileIO.h"
+#include "state/FileHelpers.h"
 #include "state/ProductNames.h"
+#include "state/RuntimeErrors.h"
 
 namespace state {
 
@@ -52,11 +54,16 @@ void SettingsFiles::removeOld(const QString& path) {
     }
 }
 
-bool SettingsFiles::replacePlain(const QString& path, const QStringList& list) {
+int SettingsFiles::replacePlain(const QString& path, const QStringList& list) {
     removeOld(path);
-    return platform_.files.writeFile(
-        core::toAnsi(platform_.codePage, path),
-        core::toAnsi(platform_.codePage, list.join(QStringLiteral("\r\n"))));
+    return FileHelpers(platform_).WriteTextFile(path, list.join(QStringLiteral("\r\n")));
+}
+
+void SettingsFiles::tellFailedSave(int error, const QString& procedure) {
+    // The handler reaches for a member that does not exist, so the folder and file name never
+    // make it into this text.
+    tell(HandlerErrorLine(BasicFault(error), procedure, CodeUnit::Module,
+                          QStringLiteral("modSettings")));
 }
 
 void SettingsFiles::SaveSettingsToFile(const QStringList& list, const QString& folder,
@@ -74,20 +81,14 @@ void SettingsFiles::SaveSettingsToFile(const QStringList& list, const QString& f
         }
         return;
     }
-    if (!replacePlain(path, list)) {
-        // The handler reaches for a member that does not exist, so the folder and file name
-        // never make it into this text.
-        tell(
-            QStringLiteral("Error 75 (Path/File access error) in procedure SaveSettingsToFile "
-                           "at 0 of Module modSettings"));
+    if (const int error = replacePlain(path, list); error != 0) {
+        tellFailedSave(error, QStringLiteral("SaveSettingsToFile"));
     }
 }
 
 void SettingsFiles::SaveToFile(const QString& path, const QStringList& list) {
-    if (!replacePlain(path, list)) {
-        tell(
-            QStringLiteral("Error 75 (Path/File access error) in procedure SaveToFile at 0 of "
-                           "Module modSettings"));
+    if (const int error = replacePlain(path, list); error != 0) {
+        tellFailedSave(error, QStringLiteral("SaveToFile"));
     }
 }
 

@@ -30,8 +30,10 @@ public:
 private:
     // Clears the attributes of an existing file and deletes it.
     void removeOld(const QString& path);
-    // Replaces the file with the lines in the system code page.
-    bool replacePlain(const QString& path, const QStringList& list);
+    // Replaces the file with the lines in the system code page; 0, or Basic's error number.
+    int replacePlain(const QString& path, const QStringList& list);
+    // The handler's line of a failed save, in a plain box.
+    void tellFailedSave(int error, const QString& procedure);
     void tell(const QString& text);
 
     platform::Platform& platform_;

@@ -18,6 +18,10 @@ const QString kErrorWord = QStringLiteral("Error");
 
 }  // namespace
 
+bool IsFailureWord(const QString& value) {
+    return core::textCompare(value, kErrorWord);
+}
+
 modRegistry::modRegistry(platform::Platform& platform)
     : registry_(platform.registry), codePage_(platform.codePage) {}
 
@@ -85,6 +89,9 @@ QVariant modRegistry::GetDwordValue(const QString& keyPath, const QString& value
     if (openKey(keyPath, platform::access::KeyRead) != platform::status::Success) {
         return mainKeyHandle_ == 0 ? QVariant() : QVariant(kErrorWord);
     }
+    // Four bytes, as Windows takes them: a string of up to three characters fits with its
+    // terminator and gives those bytes as the number; one of four or more does not fit, the
+    // query answers ERROR_MORE_DATA and the read is "Error", never the string's first bytes.
     std::array<std::uint8_t, 4> buffer{};
     std::uint32_t type = platform::regtype::Dword;
     std::uint32_t size = buffer.size();

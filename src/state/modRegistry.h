@@ -11,6 +11,10 @@ namespace state {
 // The program's only direct way into the registry: keys by whole path strings, reads that
 // answer the word "Error" when a value can't be read, and a module state (last key, last
 // root, last status) shared by all calls, as the program has always had it. One thread only.
+// The failure word the reads answer, in any case: a value whose text is "error" counts as
+// missing too.
+bool IsFailureWord(const QString& value);
+
 class modRegistry {
 public:
     explicit modRegistry(platform::Platform& platform);
@@ -19,7 +23,8 @@ public:
     // (also for a value of 255 or more characters), "" for an unknown root.
     QString GetStringValue(const QString& keyPath, const QString& valueName);
     // A 32-bit number, or the text "Error"; empty for an unknown root. The value's type is
-    // not looked at.
+    // not looked at: a string of up to three characters reads as a number, one of four or more
+    // as "Error".
     QVariant GetDwordValue(const QString& keyPath, const QString& valueName);
     // Stores REG_SZ, handed over without its terminator, which Windows adds; the status stays
     // in lastStatus().

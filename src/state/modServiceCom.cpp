@@ -3,8 +3,10 @@
 #include <QStringList>
 
 #include "core/AnsiText.h"
+#include "state/FileHelpers.h"
 #include "state/MessageLoop.h"
 #include "state/ProductNames.h"
+#include "state/RuntimeErrors.h"
 
 namespace state {
 
@@ -64,7 +66,7 @@ bool modServiceCom::EnumSystemServices(std::uint32_t state, bool& found) {
 }
 
 bool modServiceCom::productValueExists(const QString& name) {
-    return registry_.GetStringValue(product::key(), name).toLower() != QLatin1String("error");
+    return !IsFailureWord(registry_.GetStringValue(product::key(), name));
 }
 
 void modServiceCom::waitWhileCommandFileExists(const std::string& commandFile) {
@@ -74,17 +76,19 @@ void modServiceCom::waitWhileCommandFileExists(const std::string& commandFile) {
     }
 }
 
-void modServiceCom::WriteServiceFile(const QString& path, const QString& text) {
+int modServiceCom::WriteServiceFile(const QString& path, const QString& text) {
     const std::string file = core::toAnsi(platform_.codePage, path);
     platform_.files.SetAttr(file, platform::fileattr::Normal);
     platform_.files.Kill(file);
-    platform_.files.writeFile(file, core::toAnsi(platform_.codePage, text));
+    // Written in one step: the service takes the file the moment it appears.
+    const int error = FileHelpers(platform_).WriteTextFile(path, text);
     pumpEvents();
+    return error;
 }
 
-void modServiceCom::SendToService(const QString& commandText) {
+bool modServiceCom::SendToService(const QString& commandText) {
     if (serviceGone_) {
-        return;
+        return false;
     }
     if (!productValueExists(QStringLiteral("Uninstall")) &&
         !productValueExists(QStringLiteral("Install"))) {
@@ -92,15 +96,23 @@ void modServiceCom::SendToService(const QString& commandText) {
         if (!EnumSystemServices(platform::serviceenum::All, found)) {
             gate_.ServiceRecovery(found);
             if (serviceGone_) {
-                return;
+                return false;
             }
         }
     }
     const QString path = folders_.dataFolder() + product::commandFile();
     const std::string commandFile = core::toAnsi(platform_.codePage, path);
     waitWhileCommandFileExists(commandFile);
-    WriteServiceFile(path, commandText);
+    if (const int error = WriteServiceFile(path, commandText); error != 0) {
+        platform_.messageBox.show(
+            HandlerErrorLine(BasicFault(error), QStringLiteral("SendToService"), CodeUnit::Module,
+                             QStringLiteral("modServiceCom"))
+                .toStdU16String(),
+            product::name().toStdU16String(), platform::mbstyle::Ok);
+        return false;
+    }
     waitWhileCommandFileExists(commandFile);
+    return true;
 }
 
 }  // namespace state

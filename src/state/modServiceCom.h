@@ -24,8 +24,9 @@ public:
 
     // Returns when the service has taken the text. Does nothing once the service is gone.
     // While an installer or uninstaller works (the product key holds Install or Uninstall)
-    // the service is not checked first.
-    void SendToService(const QString& commandText) override;
+    // the service is not checked first. A command file that can't be written goes to the
+    // procedure's handler: its standard line in a box titled with the product name.
+    bool SendToService(const QString& commandText) override;
 
     // True when the product's service runs; found tells that it is installed. All
     // callers ask with state 3, services in any state. With debug mode on, a failing call of
@@ -33,8 +34,8 @@ public:
     bool EnumSystemServices(std::uint32_t state, bool& found);
 
     // Clears the file's attributes, deletes it, writes the text in the system code page and
-    // gives the message loop a turn.
-    void WriteServiceFile(const QString& path, const QString& text);
+    // gives the message loop a turn. 0, or Basic's error number of the failed write.
+    int WriteServiceFile(const QString& path, const QString& text);
 
     // Set when the program has given up on the service: later sends do nothing.
     bool serviceGone() const { return serviceGone_; }

@@ -35,6 +35,10 @@ public:
     void WriteSetting(setting::Key key, const QString& value) {
         WriteSetting(key.section, key.name, value);
     }
+    // A switch of the settings is on when its text, read with the reader's default, is "1".
+    bool IsSettingOn(setting::Key key, const char* defaultValue) {
+        return ReadSetting(key, QLatin1String(defaultValue)) == QLatin1String("1");
+    }
 
 private:
     std::string ansi(const QString& text) const;

@@ -2,6 +2,7 @@
 
 #include "core/BasicNumber.h"
 #include "core/BasicText.h"
+#include "state/ServiceCommands.h"
 #include "state/SettingNames.h"
 
 namespace web {
@@ -26,7 +27,7 @@ Tracking::Tracking(state::modRegistry& registry, state::ServiceChannel& service,
 QString Tracking::fact(const char* value) {
     lst_.txtAppData = registry_.GetStringValue(facts_.productKey, QString::fromLatin1(value));
     const QString trimmed = core::trim(lst_.txtAppData);
-    return core::lcase(trimmed) == u"error" ? QString() : trimmed;
+    return state::IsFailureWord(trimmed) ? QString() : trimmed;
 }
 
 void Tracking::refreshItemCount() {
@@ -91,13 +92,12 @@ void Tracking::SendOnce(const QString& action, const TrackingGuard& guard) {
 
 bool Tracking::guardOpen(const TrackingGuard& guard) {
     lst_.txtAppData = registry_.GetStringValue(facts_.productKey, QString::fromLatin1(guard.value));
-    return core::lcase(core::trim(lst_.txtAppData)) == u"error";
+    return state::IsFailureWord(core::trim(lst_.txtAppData));
 }
 
 void Tracking::closeGuard(const TrackingGuard& guard) {
-    service_.SendToService(QStringLiteral("RegSetString|") + facts_.productKey + u'|' +
-                           QString::fromLatin1(guard.value) + u'|' +
-                           QString::fromLatin1(guard.number));
+    service_.SendToService(state::servicecommand::RegSetString(
+        facts_.productKey, QString::fromLatin1(guard.value), QString::fromLatin1(guard.number)));
 }
 
 }  // namespace web

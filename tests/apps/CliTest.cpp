@@ -200,6 +200,12 @@ TEST_F(CliTest, ServiceCommandsDriveTheInstalledService) {
     EXPECT_EQ(cli({"service", "stop"}).out, "stopped\n");
     EXPECT_EQ(cli({"service", "start"}).out, "running\n");
     EXPECT_EQ(cli({"service", "start"}).out, "running\n");
+    // A command file that can't be written fails the send with its handler's line.
+    ASSERT_TRUE(QDir(machineFolder + "/drive_c/ProgramData/Tallowick/Service").removeRecursively());
+    const CliRun lost =
+        cli({"service", "send", "RegCreateKey|HKEY_LOCAL_MACHINE\\Software\\Tallowick"});
+    EXPECT_EQ(lost.status, 1);
+    EXPECT_TRUE(lost.err.contains("Error 76 (Path not found) in procedure SendToService"));
     EXPECT_EQ(cli({"service", "stop"}).out, "stopped\n");
     EXPECT_EQ(cli({"service", "pause"}).status, 2);
 }

@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include "core/QtPrinters.h"
+#include "localisation/FormText.h"
 #include "localisation/LanguageLoader.h"
 #include "support/TestMachine.h"
 
@@ -88,6 +89,12 @@ TEST_P(ShippedLanguagesTest, FormsAndMenusHaveTheirSections) {
             EXPECT_TRUE(line.contains('.') && line.contains("="))
                 << form << ": " << line.toStdString();
         }
+    }
+    // The start-up forms ask by the same rule, the application ID first.
+    for (const char* form : {"frmInitializer", "frmStarterNote", "frmSvcHandler"}) {
+        EXPECT_FALSE(
+            localisation::FormStatementValue(language, form, "lblMessage.Caption").isEmpty())
+            << form;
     }
     QStringList menus;
     for (const QString& line : language.menuLines().mid(1)) {

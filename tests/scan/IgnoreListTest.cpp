@@ -124,6 +124,7 @@ TEST_F(IgnoreListTest, StatisticsPanelAndItsReset) {
             {0, "11/23/2026 4:00:00 PM"}, {1, "7"}, {2, "3"}, {3, "1"}, {4, "1.0.0"}, {5, "off"}}));
     page.answer = platform::mbresult::No;
     statistics.lblCmdResetStatistics_Click();
+    EXPECT_EQ(page.boxes.back().second, platform::mbstyle::YesNo | platform::mbstyle::IconQuestion);
     EXPECT_EQ(settings.ReadSetting(NumberOfScans, "x"), "7");
     page.answer = platform::mbresult::Yes;
     statistics.lblCmdResetStatistics_Click();

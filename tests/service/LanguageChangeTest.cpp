@@ -49,6 +49,8 @@ std::string shippedLanguage(const char* id) {
 class LanguageChangeTest : public ::testing::Test {
 protected:
     LanguageChangeTest() {
+        // The product key as the installer leaves it: RegSetString writes into a key that exists.
+        registry.CreateKey(key());
         state.programFolder = "C:\\Program Files\\Tallowick";
         for (const char* id : {"en", "de"}) {
             service.machine.placeFile(
@@ -67,9 +69,14 @@ protected:
     RecordingMainView view;
 };
 
+// The service carries the write out: its log holds its start and nothing it failed at, and
+// no box told of a send that went nowhere. The direct write behind it would hide either.
 TEST_F(LanguageChangeTest, SaveLanguageStoresThroughTheService) {
     EXPECT_TRUE(state::SaveLanguage(registry, channel, key(), "fr"));
     EXPECT_EQ(state::GetStoredLanguage(registry, key()), "fr");
+    EXPECT_EQ(service.machine.serviceLog().size(), 1)
+        << service.machine.serviceLog().join('\n').toStdString();
+    EXPECT_TRUE(box.shown.empty());
 }
 
 TEST_F(LanguageChangeTest, TheWindowGetsTheNewWordsAndTheChoiceIsStored) {

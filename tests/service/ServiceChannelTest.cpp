@@ -12,8 +12,10 @@
 #include "platform/portable/ServiceLock.h"
 #include "service/ServiceControl.h"
 #include "state/ProductNames.h"
+#include "state/ServiceCommands.h"
 #include "state/modServiceCom.h"
 #include "support/ProgramRun.h"
+#include "support/RecordingMessageBox.h"
 #include "support/ServiceMachine.h"
 #include "support/TestMachine.h"
 
@@ -53,16 +55,13 @@ protected:
         return platform.files.FileExists(
             core::toAnsi(platform.codePage, kDataFolder + state::product::commandFile()));
     }
-    QStringList serviceLog() {
-        const auto text = platform.files.readFile(
-            core::toAnsi(platform.codePage, kDataFolder + state::product::serviceLog()));
-        return QString::fromStdString(text.value_or("")).split("\r\n", Qt::SkipEmptyParts);
-    }
+    QStringList serviceLog() { return machine.serviceLog(); }
     QString value(const QString& keyPath, const QString& name) {
         return registry.GetStringValue(keyPath, name);
     }
 
-    testing_support::ServiceMachine machine;
+    testing_support::RecordingMessageBox box;
+    testing_support::ServiceMachine machine{&box};
     platform::Platform& platform = machine.platform();
     state::modRegistry registry{platform};
     state::DataFolders folders{platform, "C:\\Program Files\\Tallowick", "Tallowick"};
@@ -73,11 +72,13 @@ protected:
 // What SaveLanguage relies on: when the send returns, the value reads back. A delete and a set
 // of one value travel as one text, delete first.
 TEST_F(ServiceChannelTest, ASendIsTakenBeforeItReturns) {
+    using namespace state::servicecommand;
     ASSERT_TRUE(runStarter());
-    channel.SendToService("RegCreateKey|" + key() + "\r\nRegSetString|" + key() + "|Language|de");
+    channel.SendToService(
+        commandText({RegCreateKey(key()), RegSetString(key(), "Language", "de")}));
     EXPECT_EQ(value(key(), "Language"), "de");
-    channel.SendToService("RegDeleteVal|" + key() + "|Language\r\nRegSetString|" + key() +
-                          "|Language|fr");
+    channel.SendToService(
+        commandText({RegDeleteVal(key(), "Language"), RegSetString(key(), "Language", "fr")}));
     EXPECT_EQ(value(key(), "Language"), "fr");
     EXPECT_FALSE(commandFileExists());
     EXPECT_TRUE(gate.calls.empty());
@@ -145,9 +146,10 @@ TEST_F(ServiceChannelTest, RefusalsAreLoggedAndChangeNothing) {
         "Format|C:",
         "RegSetString|" + key() + "|Only two fields",
     };
-    channel.SendToService(refused.join("\r\n") + "\r\nRegCreateKey|" + key() + "\r\nRegSetString|" +
-                          key() + "|Good|1" +
-                          "\r\nKill|C:\\ProgramData\\Tallowick\\Settings\\Old.txt");
+    using namespace state::servicecommand;
+    channel.SendToService(
+        commandText(refused + QStringList{RegCreateKey(key()), RegSetString(key(), "Good", "1"),
+                                          Kill("C:\\ProgramData\\Tallowick\\Settings\\Old.txt")}));
     EXPECT_EQ(value("HKEY_LOCAL_MACHINE\\Software\\Other", "a"), "Error");
     EXPECT_EQ(value(kRun, "Intruder"), "Error");
     EXPECT_EQ(value("HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\Intruder", ""),
@@ -212,6 +214,24 @@ TEST_F(ServiceChannelTest, TheFirstRunMovesOlderDataThroughTheService) {
     EXPECT_FALSE(platform.files.FolderExists("C:\\Program Files\\Tallowick\\Settings"));
     EXPECT_FALSE(platform.files.FolderExists("C:\\Program Files\\Tallowick\\Item Backups"));
     EXPECT_TRUE(serviceLog().filter("refused").isEmpty());
+}
+
+// The command file's folder is there whenever the channel is used: the service makes it at its
+// start. A send that can't write the file is told by its handler, not lost in silence.
+TEST_F(ServiceChannelTest, TheServiceMakesItsFolderAndAFailedWriteIsTold) {
+    const auto serviceFolder =
+        machine.folder() / "drive_c" / "ProgramData" / "Tallowick" / "Service";
+    std::filesystem::remove_all(serviceFolder);
+    ASSERT_TRUE(runStarter());
+    EXPECT_TRUE(platform.files.FolderExists("C:\\ProgramData\\Tallowick\\Service"));
+    EXPECT_TRUE(channel.SendToService("RegCreateKey|" + key()));
+
+    std::filesystem::remove_all(serviceFolder);
+    EXPECT_FALSE(channel.SendToService("RegSetString|" + key() + "|Lost|1"));
+    ASSERT_EQ(box.shown.size(), 1u);
+    EXPECT_EQ(box.shown[0].text,
+              "Error 76 (Path not found) in procedure SendToService at 0 of Module modServiceCom");
+    EXPECT_EQ(box.shown[0].caption, "Tallowick");
 }
 
 // The program knows its service only when both the name and the display name are

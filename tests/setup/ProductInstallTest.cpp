@@ -110,6 +110,8 @@ TEST_F(ProductInstallTest, InstallRegistersTheProductAndCopiesItsFiles) {
         "set Installer=Web",
         "set AID=17",
         "wrote uninstall entry " + product::uninstallKey(),
+        "made folder C:\\ProgramData\\Tallowick",
+        "made folder C:\\ProgramData\\Tallowick\\Service",
         "left Tallowick Service stopped (--no-start)"};
     EXPECT_EQ(lines, expected);
 

@@ -57,7 +57,7 @@ TEST_F(SetupCliTest, InstallLaysOutTheMachineAndUninstallTakesTheProductOff) {
     const SetupRun first = setup(install);
     ASSERT_EQ(first.status, 0) << first.err.toStdString();
     const QStringList lines = first.out.split('\n', Qt::SkipEmptyParts);
-    ASSERT_EQ(lines.size(), 8) << first.out.toStdString();
+    ASSERT_EQ(lines.size(), 10) << first.out.toStdString();
     EXPECT_EQ(lines.first(), "created machine " + machineFolder);
     EXPECT_EQ(lines[1], "copied 1 data files to C:\\Program Files\\Tallowick");
     EXPECT_EQ(productValue(state::product::key(), "Installer"), "Web");

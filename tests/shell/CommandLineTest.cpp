@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "platform/net/InetControl.h"
 #include "shell/CommandLine.h"
+#include "shell/UpdateLookupStart.h"
+#include "support/TestMachine.h"
 
 namespace {
 
@@ -47,6 +50,21 @@ TEST(ParseCommandLine, SwitchesSetTheirFlags) {
     EXPECT_FALSE(p.state.encryption);
     EXPECT_TRUE(p.state.resolve && p.state.delay && p.state.freeze && p.state.failFonts);
     EXPECT_TRUE(p.state.testModeL5291 && p.state.testModeU5291 && p.state.testModeA5291);
+}
+
+// The start-up hands the lookup its fixed key, the all-users data folder and, with A5291 only,
+// the server's test path.
+TEST(ParseCommandLine, A5291PutsTheLookupOnItsTestPath) {
+    testing_support::TestMachine machine;
+    platform::net::InetControl inet;
+    for (const bool test : {false, true}) {
+        scan::modUpdateCOmponent lookup(machine.platform(), inet);
+        shell::PrepareUpdateLookup(lookup, parse(test ? "/A5291" : "/U5291").state,
+                                   machine.platform());
+        EXPECT_EQ(lookup.testFlag(), test);
+        EXPECT_EQ(lookup.accessKey(), scan::modUpdateCOmponent::kAccessKey);
+        EXPECT_EQ(lookup.dataFolder(), "C:\\ProgramData");
+    }
 }
 
 // A language of the wrong length is told, and the switches behind it are not read.

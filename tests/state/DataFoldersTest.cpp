@@ -14,11 +14,12 @@ const QString kProgramFolder = "C:\\Program Files\\Tallowick";
 // Records the commands; a command where nothing may be moved fails the test.
 class RecordingService : public state::ServiceChannel {
 public:
-    void SendToService(const QString& commandText) override {
+    bool SendToService(const QString& commandText) override {
         if (!movesAllowed) {
             ADD_FAILURE() << "unexpected command: " << commandText.toStdString();
         }
         sent << commandText;
+        return true;
     }
 
     bool movesAllowed = false;

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 
+#include <ctime>
 #include <vector>
 
 #include "state/FileHelpers.h"
@@ -70,14 +71,20 @@ TEST_F(FileHelpersTest, PercentEscapeWorksOnTheAnsiBytes) {
     EXPECT_EQ(state::PercentEscape(codePage, ""), "");
 }
 
-TEST_F(FileHelpersTest, TimeStampHasTheStoredForm) {
-    const QString stamp = helpers.TimeStampUTC();
-    const QDateTime parsed = QDateTime::fromString(stamp, "yyyy-MM-dd HH:mm:ss");
-    ASSERT_TRUE(parsed.isValid()) << stamp.toStdString();
+// The stamp is UTC in any zone: New York's bias is 300 or 240 minutes, never 0.
+TEST_F(FileHelpersTest, TimeStampIsUtcInAnyZone) {
+    const QByteArray zone = qgetenv("TZ");
+    qputenv("TZ", "America/New_York");
+    tzset();
     const int bias = machine.platform().clock.timeZoneBiasMinutes();
-    const QDateTime expected = QDateTime::currentDateTime().addSecs(-60 * bias);
-    EXPECT_LE(std::abs(parsed.secsTo(QDateTime(expected.date(), expected.time()))), 5)
-        << stamp.toStdString();
+    const QString stamp = helpers.TimeStampUTC();
+    zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
+    tzset();
+    ASSERT_GE(bias, 240);
+    QDateTime parsed = QDateTime::fromString(stamp, "yyyy-MM-dd HH:mm:ss");
+    ASSERT_TRUE(parsed.isValid()) << stamp.toStdString();
+    parsed.setTimeSpec(Qt::UTC);
+    EXPECT_LE(std::abs(parsed.secsTo(QDateTime::currentDateTimeUtc())), 5) << stamp.toStdString();
 }
 
 TEST(FileHelpersMachineTest, UserNameComesFromTheCodePage) {

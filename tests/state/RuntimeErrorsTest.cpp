@@ -74,4 +74,9 @@ TEST_F(RuntimeErrorsTest, TheFirstFaultsTimeIsKept) {
     EXPECT_EQ(settings.ReadSetting(setting::RunTimeStart, ""), "1/2/2020 3:04:05 AM");
 }
 
+TEST_F(RuntimeErrorsTest, AHandlersLineNamesItsForm) {
+    EXPECT_EQ(HandlerErrorLine(fault(), "Form_Load", CodeUnit::Form, "frmMain"),
+              "Error 53 (File not found) in procedure Form_Load at 120 of Form frmMain");
+}
+
 }  // namespace

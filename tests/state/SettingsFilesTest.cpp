@@ -46,10 +46,20 @@ TEST_F(SettingsFilesTest, SavesReplaceTheFileAndFailuresHideItsName) {
     files.SaveData();
     EXPECT_EQ(read("C:\\ProgramData\\Tallowick\\Settings\\Ignored.cus"), "Zip|1.0\r\nViewer|2");
 
+    // The fault's own number and description: a missing folder, a folder in the file's place.
+    machine.placeFile("C:\\ProgramData\\Tallowick\\Settings\\x.ini\\inside", "");
     files.SaveSettingsToFile({"[General]", "A=1"}, "Missing\\", "x.ini", false);
-    ASSERT_EQ(recording.box.shown.size(), 1u);
-    EXPECT_TRUE(recording.box.shown[0].text.contains("SaveSettingsToFile"));
-    EXPECT_FALSE(recording.box.shown[0].text.contains("x.ini"));
+    files.SaveSettingsToFile({"[General]", "A=1"}, "Settings\\", "x.ini", false);
+    files.SaveToFile("C:\\Missing\\y.txt", {"y"});
+    ASSERT_EQ(recording.box.shown.size(), 3u);
+    EXPECT_EQ(recording.box.shown[0].text,
+              "Error 76 (Path not found) in procedure SaveSettingsToFile at 0 of Module "
+              "modSettings");
+    EXPECT_EQ(recording.box.shown[1].text,
+              "Error 75 (Path/File access error) in procedure SaveSettingsToFile at 0 of Module "
+              "modSettings");
+    EXPECT_EQ(recording.box.shown[2].text,
+              "Error 76 (Path not found) in procedure SaveToFile at 0 of Module modSettings");
 
     files.SaveSettingsToFile({"x"}, "Settings\\", "u.txt", true);
     EXPECT_EQ(read("C:\\ProgramData\\Tallowick\\Settings\\u.txt"), "\xEF\xBB\xBFx");

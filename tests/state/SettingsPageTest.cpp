@@ -14,7 +14,10 @@ using namespace state;
 
 class RecordingChannel final : public ServiceChannel {
 public:
-    void SendToService(const QString& commandText) override { sent << commandText; }
+    bool SendToService(const QString& commandText) override {
+        sent << commandText;
+        return true;
+    }
     QStringList sent;
 };
 
@@ -70,19 +73,21 @@ TEST_F(SettingsPageTest, FirstRunShowsTheDefaults) {
 }
 
 // The registry is the truth for starting with Windows: the file's key follows it, and a Run
-// value whose data is "Error" counts as absent.
+// value whose data is the failure word, in any case, counts as absent.
 TEST_F(SettingsPageTest, TheRunValueDecidesStartWithWindows) {
-    settings.WriteSetting(setting::RunOnStartup, "0");
     registry.CreateKey(product::runKey());
-    setRunValue("\"C:\\Program Files\\Tallowick\\Tallo-wick.Exe\" /boot");
-    page.ApplySettings();
-    EXPECT_EQ(view.startWithWindows, true);
-    EXPECT_EQ(settings.ReadSetting(setting::RunOnStartup, "x"), "1");
+    for (const char* failure : {"Error", "ERROR", "error"}) {
+        settings.WriteSetting(setting::RunOnStartup, "0");
+        setRunValue("\"C:\\Program Files\\Tallowick\\Tallo-wick.Exe\" /boot");
+        page.ApplySettings();
+        EXPECT_EQ(view.startWithWindows, true);
+        EXPECT_EQ(settings.ReadSetting(setting::RunOnStartup, "x"), "1");
 
-    setRunValue("Error");
-    page.ApplySettings();
-    EXPECT_EQ(view.startWithWindows, false);
-    EXPECT_EQ(settings.ReadSetting(setting::RunOnStartup, "x"), "0");
+        setRunValue(failure);
+        page.ApplySettings();
+        EXPECT_EQ(view.startWithWindows, false) << failure;
+        EXPECT_EQ(settings.ReadSetting(setting::RunOnStartup, "x"), "0") << failure;
+    }
 }
 
 // Each click stores at once, outside the loading state only; the start-with-Windows box sends

@@ -1,4 +1,7 @@
 #pragma once
+#include <QStringList>
+
+#include "state/ProductNames.h"
 #include "support/TestMachine.h"
 
 namespace testing_support {
@@ -18,6 +21,14 @@ struct ServiceMachine : testing_support::TestMachine {
         if (box != nullptr) {
             machine().setMessageBox(*box);
         }
+    }
+
+    // The lines of the service's own log: its start and stop, and each command it refused or
+    // could not carry out.
+    QStringList serviceLog() {
+        const auto text = platform().files.readFile(
+            ("C:\\ProgramData\\Tallowick\\" + state::product::serviceLog()).toStdString());
+        return QString::fromStdString(text.value_or("")).split("\r\n", Qt::SkipEmptyParts);
     }
 };
 

@@ -7,11 +7,11 @@
 namespace platform::portable {
 
 int ConsoleMessageBox::show(const std::u16string& text, const std::u16string& caption,
-                            std::uint32_t style) {
+                            std::uint32_t) {
     const QString line =
         QString::fromStdU16String(caption) + ": " + QString::fromStdU16String(text);
     std::fputs((line + '\n').toUtf8().constData(), stderr);
-    return (style & 0x0F) == mbstyle::YesNo ? mbresult::No : mbresult::Ok;
+    return mbresult::NotShown;
 }
 
 }  // namespace platform::portable

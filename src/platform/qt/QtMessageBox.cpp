@@ -42,7 +42,7 @@ int QtMessageBox::show(const std::u16string& text, const std::u16string& caption
         case QMessageBox::Ok:
             return mbresult::Ok;
         default:
-            return 0;
+            return mbresult::NotShown;
     }
 }
 

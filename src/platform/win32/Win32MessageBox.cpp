@@ -8,8 +8,8 @@
 
 namespace platform::win32 {
 
-// Without a desktop to show it on (Wine without a display answers -1), the box goes to
-// standard error and counts as its cautious answer.
+// Without a desktop to show it on (MessageBoxW fails with 0; Wine without a display answers
+// -1), the box goes to standard error and no button was pressed.
 int Win32MessageBox::show(const std::u16string& text, const std::u16string& caption,
                           std::uint32_t style) {
     const int pressed = ::MessageBoxW(nullptr, wideChars(text), wideChars(caption), style);
@@ -17,7 +17,7 @@ int Win32MessageBox::show(const std::u16string& text, const std::u16string& capt
         return pressed;
     }
     std::fprintf(stderr, "%s: %s\n", toUtf8(caption).c_str(), toUtf8(text).c_str());
-    return (style & 0x0F) == mbstyle::YesNo ? mbresult::No : mbresult::Ok;
+    return mbresult::NotShown;
 }
 
 }  // namespace platform::win32

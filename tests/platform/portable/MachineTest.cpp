@@ -58,6 +58,15 @@ TEST(Machine, LaysOutAWindowsComputer) {
     EXPECT_EQ(reopened->facts().environment.at("TEMP"), "C:\\Users\\User\\AppData\\Local\\Temp");
 }
 
+// Nobody answers the console's box: it tells on standard error and answers 0, no button.
+TEST(Machine, TheConsoleBoxAnswersNoButton) {
+    testing_support::TestMachine machine;
+    using namespace platform::mbstyle;
+    for (const std::uint32_t style : {Ok, YesNo, YesNo | IconQuestion}) {
+        EXPECT_EQ(machine.platform().messageBox.show(u"Sure?", u"Tallowick", style), 0) << style;
+    }
+}
+
 TEST(Machine, CreateRefusesAnExistingMachineAndOpenAFolderThatIsNone) {
     testing_support::TestMachine machine;
     const std::string before = slurp(machine.folder() / "machine.ini");
