@@ -146,28 +146,24 @@ TEST_F(DiscoveryTest, KeysAreReadWithEveryOddityKept) {
 // Bad values are read as the failure word or as their bytes, and the walk goes on.
 TEST_F(DiscoveryTest, BadValuesNeverEndTheWalk) {
     machine.placeFile("C:\\Notes\\notes.txt", "not a program");
-    const std::string longName(300, 'n');
-    ASSERT_EQ(
-        machine.importReg("Windows Registry Editor Version 5.00\r\n"
-                          "[" +
-                          kHklm.toStdString() +
-                          "\\Long]\r\n"
-                          "\"DisplayName\"=\"" +
-                          longName +
-                          "\"\r\n"
-                          "\"Publisher\"=\"Acme\"\r\n\"DisplayVersion\"=\"1\"\r\n"
-                          "[" +
-                          kHklm.toStdString() +
-                          "\\Binary]\r\n"
-                          "\"DisplayName\"=\"Binary\"\r\n\"Publisher\"=hex:00,01\r\n"
-                          "\"DisplayVersion\"=hex:33,2e,31,00,ff\r\n"
-                          "\"DisplayIcon\"=\"C:\\\\Notes\\\\notes.txt\"\r\n"
-                          "[" +
-                          kHklm.toStdString() +
-                          "\\Words]\r\n"
-                          "\"DisplayName\"=\"Words\"\r\n\"Publisher\"=\"error\"\r\n"
-                          "\"DisplayVersion\"=\"2\"\r\n\"InstallLocation\"=\"C:\\\\Notes\"\r\n"),
-        "");
+    ASSERT_EQ(machine.importReg(R"reg(Windows Registry Editor Version 5.00
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Uninstall\Long]
+"DisplayName"=")reg" + std::string(300, 'n') +
+                                R"reg("
+"Publisher"="Acme"
+"DisplayVersion"="1"
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Uninstall\Binary]
+"DisplayName"="Binary"
+"Publisher"=hex:00,01
+"DisplayVersion"=hex:33,2e,31,00,ff
+"DisplayIcon"="C:\\Notes\\notes.txt"
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Uninstall\Words]
+"DisplayName"="Words"
+"Publisher"="error"
+"DisplayVersion"="2"
+"InstallLocation"="C:\\Notes"
+)reg"),
+              "");
     const auto verdicts = discover();
     EXPECT_EQ(verdicts.at(kHklm + "\\Long"), "no name");
     // A binary publisher reads up to its first NUL; the icon need not be a program.
