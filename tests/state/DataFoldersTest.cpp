@@ -39,30 +39,29 @@ protected:
     RecordingService service;
 };
 
-TEST_F(DataFoldersTest, SpecialFoldersOfAStandardComputer) {
+// The special folders of a standard computer; a missing system folder falls back to its
+// Windows 9x name, a missing fonts folder keeps its place.
+TEST_F(DataFoldersTest, SpecialFoldersAndTheirFallBacks) {
     state::DataFolders folders(machine.platform(), kProgramFolder, "Tallowick");
-    EXPECT_EQ(folders.dataFolder(), "");
-    EXPECT_EQ(folders.systemFolder(), "C:\\Windows\\System32");
-    EXPECT_EQ(folders.windowsFolder(), "C:\\Windows");
-    EXPECT_EQ(folders.tempFolder(), "C:\\Users\\User\\AppData\\Local\\Temp");
-    EXPECT_EQ(folders.secondTempFolder(), "C:\\Users\\User\\AppData\\Local\\Temp");
-    EXPECT_EQ(folders.txtAppData(), "C:\\Users\\User\\AppData\\Roaming");
-    EXPECT_EQ(folders.txtStartMenu(), "C:\\ProgramData\\Microsoft\\Windows\\Start Menu");
-    EXPECT_EQ(folders.txtProgramsDir(), "C:\\Program Files");
-    EXPECT_EQ(folders.txtDesktop(), "C:\\Users\\User\\Desktop");
-    EXPECT_EQ(folders.txtCookies(),
-              "C:\\Users\\User\\AppData\\Roaming\\Microsoft\\Windows\\Cookies");
-    EXPECT_EQ(folders.txtMyDocuments(), "C:\\Users\\User\\Documents");
-    EXPECT_EQ(folders.txtFonts(), "C:\\Windows\\Fonts");
-    EXPECT_EQ(folders.GetFolderPath(0x7777), "");
-}
+    EXPECT_EQ(
+        (QStringList{folders.dataFolder(), folders.systemFolder(), folders.windowsFolder(),
+                     folders.tempFolder(), folders.secondTempFolder(), folders.txtAppData(),
+                     folders.txtStartMenu(), folders.txtProgramsDir(), folders.txtDesktop(),
+                     folders.txtCookies(), folders.txtMyDocuments(), folders.txtFonts(),
+                     folders.GetFolderPath(0x7777)}),
+        (QStringList{"", "C:\\Windows\\System32", "C:\\Windows",
+                     "C:\\Users\\User\\AppData\\Local\\Temp",
+                     "C:\\Users\\User\\AppData\\Local\\Temp", "C:\\Users\\User\\AppData\\Roaming",
+                     "C:\\ProgramData\\Microsoft\\Windows\\Start Menu", "C:\\Program Files",
+                     "C:\\Users\\User\\Desktop",
+                     "C:\\Users\\User\\AppData\\Roaming\\Microsoft\\Windows\\Cookies",
+                     "C:\\Users\\User\\Documents", "C:\\Windows\\Fonts", ""}));
 
-TEST_F(DataFoldersTest, MissingSystemFoldersFallBack) {
     removeFolder("Windows/System32");
     removeFolder("Windows/Fonts");
-    state::DataFolders folders(machine.platform(), kProgramFolder, "Tallowick");
-    EXPECT_EQ(folders.systemFolder(), "C:\\WINDOWS\\SYSTEM32");
-    EXPECT_EQ(folders.txtFonts(), "C:\\Windows\\Fonts");
+    state::DataFolders damaged(machine.platform(), kProgramFolder, "Tallowick");
+    EXPECT_EQ(damaged.systemFolder(), "C:\\WINDOWS\\SYSTEM32");
+    EXPECT_EQ(damaged.txtFonts(), "C:\\Windows\\Fonts");
 }
 
 TEST_F(DataFoldersTest, FirstRunMakesTheDataFolderAndASecondRunMovesNothing) {

@@ -19,17 +19,19 @@ protected:
 
 TEST_F(FileHelpersTest, FileExistsCoversDrivesFoldersAndFiles) {
     machine.placeFile("C:\\Data\\Report.txt", "x");
-    EXPECT_TRUE(helpers.FileExists("C:\\"));
-    EXPECT_TRUE(helpers.FileExists("c:\\"));
-    EXPECT_FALSE(helpers.FileExists("Q:\\"));
-    EXPECT_FALSE(helpers.FileExists("C:"));
-    EXPECT_FALSE(helpers.FileExists(""));
-    EXPECT_TRUE(helpers.FileExists("C:\\data\\REPORT.TXT"));
-    EXPECT_TRUE(helpers.FileExists("C:\\Data"));
-    EXPECT_TRUE(helpers.FileExists("C:\\Data\\*.txt"));
-    EXPECT_FALSE(helpers.FileExists("C:\\Data\\Report.doc"));
-    EXPECT_FALSE(helpers.FileExists("C:\\Missing\\Report.txt"));
-
+    for (const auto& [path, exists] :
+         std::initializer_list<std::pair<const char*, bool>>{{"C:\\", true},
+                                                             {"c:\\", true},
+                                                             {"Q:\\", false},
+                                                             {"C:", false},
+                                                             {"", false},
+                                                             {"C:\\data\\REPORT.TXT", true},
+                                                             {"C:\\Data", true},
+                                                             {"C:\\Data\\*.txt", true},
+                                                             {"C:\\Data\\Report.doc", false},
+                                                             {"C:\\Missing\\Report.txt", false}}) {
+        EXPECT_EQ(helpers.FileExists(path), exists) << path;
+    }
     EXPECT_TRUE(helpers.FolderExists("C:\\Data"));
     EXPECT_FALSE(helpers.FolderExists("C:\\Data\\Report.txt"));
 }
