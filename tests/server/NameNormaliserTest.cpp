@@ -31,8 +31,7 @@ TEST(NameNormaliserTest, InstallerNamesLoseVersionsArchitecturesAndBrackets) {
         {"2048", "2048"},
         // "?" stands for a character the code page lost and stays in its word.
         {"QQ?????", "qq?????"},
-        {"Caf\u00e9 \u00c9crit", "caf\u00e9 \u00e9crit"},
-    };
+        {"Caf\u00e9 \u00c9crit", "caf\u00e9 \u00e9crit"}};
     for (const auto& [name, expected] : cases) {
         EXPECT_EQ(words(QString::fromUtf8(name)), expected) << name;
     }
@@ -53,18 +52,16 @@ TEST(NameNormaliserTest, LooseWordsDropEditionsAndLoneNumbers) {
 }
 
 TEST(NameNormaliserTest, PublishersLoseLegalFormsAndRelateByContaining) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"Mozilla Corporation", "mozilla"},
-        {"3CX s.r.o.", "3cx"},
-        {"Altova AB", "altova"},
-        {"Elcomsoft B.V.", "elcomsoft"},
-        {"Slack Technologies, LLC", "slack"},
-        {"Piriform Software Ltd", "piriform"},
-        {"Software AG", "softwareag"},
-        {"Don't Panic GmbH & Co. KG", "dontpanic"},
-        {"Amazon.com, Inc.", "amazoncom"},
-        {"Ghostgum Software Pty Ltd", "ghostgum"},
-    };
+    const std::pair<const char*, const char*> cases[] = {{"Mozilla Corporation", "mozilla"},
+                                                         {"3CX s.r.o.", "3cx"},
+                                                         {"Altova AB", "altova"},
+                                                         {"Elcomsoft B.V.", "elcomsoft"},
+                                                         {"Slack Technologies, LLC", "slack"},
+                                                         {"Piriform Software Ltd", "piriform"},
+                                                         {"Software AG", "softwareag"},
+                                                         {"Don't Panic GmbH & Co. KG", "dontpanic"},
+                                                         {"Amazon.com, Inc.", "amazoncom"},
+                                                         {"Ghostgum Software Pty Ltd", "ghostgum"}};
     for (const auto& [publisher, key] : cases) {
         EXPECT_EQ(server::publisherKey(QString::fromUtf8(publisher)).toStdString(), key)
             << publisher;

@@ -12,26 +12,24 @@ using scan::UpdateRecord;
 using server::QueryEncoding;
 
 TEST(ReplyTextTest, HostileValuesReadBackFieldByField) {
-    const QStringList hostile = {
-        "COM=x",
-        "x=COM",
-        "=DUR",
-        "DUR=",
-        "UID",
-        "xUID",
-        "UIDx=",
-        "FVR1",
-        "pvr1=low",
-        "\"=UPDATEINFORMATION -->",
-        "ERR_CODE:4000|ERR_DESC:no",
-        "a=b=c",
-        "==",
-        "=",
-        "",
-        "Latest release 2.0 of 2026-01-01",
-        "tab\there",
-        "hur=HUR=hur",
-    };
+    const QStringList hostile = {"COM=x",
+                                 "x=COM",
+                                 "=DUR",
+                                 "DUR=",
+                                 "UID",
+                                 "xUID",
+                                 "UIDx=",
+                                 "FVR1",
+                                 "pvr1=low",
+                                 "\"=UPDATEINFORMATION -->",
+                                 "ERR_CODE:4000|ERR_DESC:no",
+                                 "a=b=c",
+                                 "==",
+                                 "=",
+                                 "",
+                                 "Latest release 2.0 of 2026-01-01",
+                                 "tab\there",
+                                 "hur=HUR=hur"};
     for (const QString& value : hostile) {
         const QString safe = server::safeText(value);
         for (const QString& uid : {QString("u-1"), value}) {

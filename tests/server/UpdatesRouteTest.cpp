@@ -50,28 +50,6 @@ protected:
 
 testing_support::UpdateServerProcess* UpdatesRouteTest::server = nullptr;
 
-// The names installers write find their product in the imported catalog.
-TEST_F(UpdatesRouteTest, ProgramsAsInstallersNameThemFindTheirProduct) {
-    struct Case {
-        const char* app;
-        const char* publisher;
-        const char* installed;
-        const char* latest;
-    };
-    for (const Case& c : {
-             Case{"Mozilla Firefox (x64 en-US)", "Mozilla", "141.0", "153.0.4"},
-             Case{"Altova MissionKit 2025 Enterprise Edition 2025.02.00.02", "Altova AB",
-                  "2025.02.00.02", "2025.02.00.07"},
-             Case{"Python 3.12.1 (64-bit)", "Python Software Foundation", "3.12.1150.0", "3.12.10"},
-             Case{"Slack", "Slack Technologies, LLC", "4.41.105", "4.46.99"},
-             Case{"GSview 5", "Ghostgum Software Pty Ltd", "5.0", "5.0"},
-         }) {
-        const UpdateRecord record = readLookUp(c.app, c.publisher, c.installed);
-        EXPECT_EQ(record.Status, scan::updatestatus::Parsed) << c.app;
-        EXPECT_EQ(record.PVR1, c.latest) << c.app;
-    }
-}
-
 TEST_F(UpdatesRouteTest, FoundReplyCarriesEveryFieldInTheCodePage) {
     const server_testing::HttpReply reply =
         lookUp("Air Explorer", "AirExplorer GmbH", "5.8.1", "ab-12");

@@ -101,8 +101,7 @@ TEST(FileHelpersMachineTest, WindowsVersionsAndVista) {
         {1, 4, 90, "", false},        {2, 4, 0, "Win NT", false},   {2, 5, 0, "Win 2000", false},
         {2, 5, 1, "Win XP", false},   {2, 5, 2, "", false},         {2, 6, 0, "Vista", true},
         {2, 6, 1, "Windows 7", true}, {2, 6, 2, "Windows 8", true}, {2, 6, 3, "", false},
-        {2, 10, 0, "", false},        {1, 6, 0, "", false},
-    };
+        {2, 10, 0, "", false},        {1, 6, 0, "", false}};
     for (const Case& c : cases) {
         platform::portable::MachineFacts facts;
         facts.os = {c.platform, c.major, c.minor, 1000};
