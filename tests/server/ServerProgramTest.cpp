@@ -54,14 +54,13 @@ TEST_F(ServerProgramTest, ImportReplacesTheCatalogAndAFailedOneKeepsIt) {
     EXPECT_EQ(first.status, 0) << first.err.toStdString();
     EXPECT_EQ(first.out, "imported 23 products\n");
 
+    // The reader's own complaints are the catalog reader's tests' affair.
     const struct {
         const char* name;
         QByteArray text;
         const char* told;
     } broken[] = {
         {"quote.csv", "PackageId,Version,Name\r\nA.B,1.0,\"open\r\n", "not closed"},
-        {"fields.csv", "PackageId,Version,Name\nA.B,1.0\n", "fields"},
-        {"columns.csv", "PackageId,Name\nA.B,Thing\n", "no column Version"},
         {"empty.csv", "PackageId,Version,Name,LastUpdate\n", "no products"},
     };
     for (const auto& file : broken) {
