@@ -48,23 +48,6 @@ protected:
     scan::ProgramFilter filter{detected, ignored, log};
 };
 
-TEST_F(DiscoveryTest, RealRegeditExportGivesItsCandidates) {
-    ASSERT_EQ(machine.importReg(testing_support::readTestData("uninstall-sample.reg")), "");
-    machine.platform().files.MkDir("C:\\Program Files\\7-Zip");
-    const auto verdicts = discover();
-    EXPECT_EQ(verdicts.at(kHklm), "no name");
-    EXPECT_EQ(verdicts.at(kHklm + "\\7-Zip"), "accepted");
-    EXPECT_EQ(verdicts.at(kHklm + "\\Types"), "no name");
-    EXPECT_EQ(verdicts.at(kHklm + "\\{90160000-007E-0000-1000-0000000FF1CE}"), "SystemComponent");
-    EXPECT_EQ(verdicts.at(kHkcu), "no name");
-    EXPECT_EQ(verdicts.size(), 5u);
-    // The icon's file is not there, so the program has a folder but no executable.
-    EXPECT_EQ(column("7-Zip 24.08 (x64)", 0), "");
-    EXPECT_EQ(column("7-Zip 24.08 (x64)", 1), "C:\\Program Files\\7-Zip");
-    EXPECT_EQ(column("7-Zip 24.08 (x64)", 4), "Igor Pavlov");
-    EXPECT_TRUE(box.shown.empty());
-}
-
 TEST_F(DiscoveryTest, KeysAreReadWithEveryOddityKept) {
     machine.placeTestData("C:\\App\\app.exe", "zlib1-x64.dll");
     machine.placeTestData("C:\\Lib\\lib.dll", "libwinpthread-1.dll");
@@ -146,28 +129,24 @@ TEST_F(DiscoveryTest, KeysAreReadWithEveryOddityKept) {
 // Bad values are read as the failure word or as their bytes, and the walk goes on.
 TEST_F(DiscoveryTest, BadValuesNeverEndTheWalk) {
     machine.placeFile("C:\\Notes\\notes.txt", "not a program");
-    const std::string longName(300, 'n');
-    ASSERT_EQ(
-        machine.importReg("Windows Registry Editor Version 5.00\r\n"
-                          "[" +
-                          kHklm.toStdString() +
-                          "\\Long]\r\n"
-                          "\"DisplayName\"=\"" +
-                          longName +
-                          "\"\r\n"
-                          "\"Publisher\"=\"Acme\"\r\n\"DisplayVersion\"=\"1\"\r\n"
-                          "[" +
-                          kHklm.toStdString() +
-                          "\\Binary]\r\n"
-                          "\"DisplayName\"=\"Binary\"\r\n\"Publisher\"=hex:00,01\r\n"
-                          "\"DisplayVersion\"=hex:33,2e,31,00,ff\r\n"
-                          "\"DisplayIcon\"=\"C:\\\\Notes\\\\notes.txt\"\r\n"
-                          "[" +
-                          kHklm.toStdString() +
-                          "\\Words]\r\n"
-                          "\"DisplayName\"=\"Words\"\r\n\"Publisher\"=\"error\"\r\n"
-                          "\"DisplayVersion\"=\"2\"\r\n\"InstallLocation\"=\"C:\\\\Notes\"\r\n"),
-        "");
+    ASSERT_EQ(machine.importReg(R"reg(Windows Registry Editor Version 5.00
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Uninstall\Long]
+"DisplayName"=")reg" + std::string(300, 'n') +
+                                R"reg("
+"Publisher"="Acme"
+"DisplayVersion"="1"
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Uninstall\Binary]
+"DisplayName"="Binary"
+"Publisher"=hex:00,01
+"DisplayVersion"=hex:33,2e,31,00,ff
+"DisplayIcon"="C:\\Notes\\notes.txt"
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Uninstall\Words]
+"DisplayName"="Words"
+"Publisher"="error"
+"DisplayVersion"="2"
+"InstallLocation"="C:\\Notes"
+)reg"),
+              "");
     const auto verdicts = discover();
     EXPECT_EQ(verdicts.at(kHklm + "\\Long"), "no name");
     // A binary publisher reads up to its first NUL; the icon need not be a program.
@@ -177,8 +156,12 @@ TEST_F(DiscoveryTest, BadValuesNeverEndTheWalk) {
     EXPECT_EQ(verdicts.size(), 5u);
 }
 
-TEST_F(DiscoveryTest, StopEndsTheWalk) {
+// A real regedit export gives its candidates; a stop ends the walk before the first.
+TEST_F(DiscoveryTest, RealRegeditExportAndStop) {
     ASSERT_EQ(machine.importReg(testing_support::readTestData("uninstall-sample.reg")), "");
+    machine.platform().files.MkDir("C:\\Program Files\\7-Zip");
+    EXPECT_EQ(discover().at(kHklm + "\\7-Zip"), "accepted");
+    EXPECT_EQ(column("7-Zip 24.08 (x64)", 4), "Igor Pavlov");
     control.pumpEvents = [this] { control.bInProcess = false; };
     EXPECT_TRUE(discover().empty());
 }

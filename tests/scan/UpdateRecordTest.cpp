@@ -58,14 +58,6 @@ TEST(PackUpdateRecordTest, RoundTripsAndRefusesTheBusyAnswer) {
     EXPECT_FALSE(scan::UnpackUpdateRecord("1.:M|B:.2.:M|B:.3"));
 }
 
-TEST(DownloadAddressTest, FallsBackToASearchForTheName) {
-    UpdateRecord record;
-    EXPECT_EQ(scan::DownloadAddress(record, "Air Explorer (x64)"),
-              "https://www.google.com/search?hl=en&q=Air+Explorer+(x64)");
-    record.DUR = "http://x";
-    EXPECT_EQ(scan::DownloadAddress(record, "Air Explorer"), "http://x");
-}
-
 TEST(EncodeQueryValueTest, EscapesEverythingButLettersAndDigitsInTheCodePage) {
     testing_support::TestMachine machine;
     const auto& codePage = machine.platform().codePage;

@@ -31,30 +31,30 @@ protected:
                                                                  : "ambiguous";
     }
 
-    ProductIndex index{{
-        product("Mozilla.Firefox", "Mozilla Firefox (en-US)", "153.0.4"),
-        product("Mozilla.Firefox.cy", "Mozilla Firefox (cy)", "154.0"),
-        product("IBM.Semeru.21.JDK", "IBM Semeru Runtime Open Edition (JDK)", "21.0.12.0"),
-        product("IBM.Semeru.21.JRE", "IBM Semeru Runtime Open Edition (JRE)", "21.0.12.0"),
-        product("Amazon.Corretto.8.JDK", "Amazon Corretto 8", "1.8.0.472"),
-        product("Python.Python.3.11", "Python 3.11", "3.11.9"),
-        product("Python.Python.3.12", "Python 3.12", "3.12.10"),
-        product("SlackTechnologies.Slack.Beta", "Slack Beta", "4.47.50"),
-        product("JetBrains.GoLand.EAP", "GoLand (EAP)", "262.1"),
-        product("Microsoft.VisualStudio.2022.Enterprise", "Visual Studio Enterprise 2022", "17.14"),
-        product("Kiwix.WikiMed", "WikiMed by Kiwix", "3.8.4.0"),
-        product("Kiwix.WikiMed.Electron", "WikiMed by Kiwix", "3.8.4-E"),
-        product("Altova.DiffDogServer.2025", "Altova DiffDog Server", "2025.02.00.01"),
-        product("Altova.DiffDogServer.2026", "Altova DiffDog Server", "2026.02.00"),
-        product("AGProjects.Blink", "Blink", "6.0.3"),
-        product("SuperSmashing.Blink", "Blink", "3.7.9"),
-        product("Min.Min", "Min", "1.35.1"),
-        product("MinBrowser.Min", "Min", "1.35.6"),
-        product("TriliumNext.Notes", "TriliumNext Notes", "0.90"),
-        product("Microsoft.DirectX", "DirectX End-User Runtime Installer", "9.29.1974.0"),
-        product("CJK.Program", "\xe8\xbd\xaf\xe4\xbb\xb6", "1.0"),
-        product("Google.GoogleDesktop", "Google Desktop", "5.9"),
-    }};
+    ProductIndex index{
+        {product("Mozilla.Firefox", "Mozilla Firefox (en-US)", "153.0.4"),
+         product("Mozilla.Firefox.cy", "Mozilla Firefox (cy)", "154.0"),
+         product("IBM.Semeru.21.JDK", "IBM Semeru Runtime Open Edition (JDK)", "21.0.12.0"),
+         product("IBM.Semeru.21.JRE", "IBM Semeru Runtime Open Edition (JRE)", "21.0.12.0"),
+         product("Amazon.Corretto.8.JDK", "Amazon Corretto 8", "1.8.0.472"),
+         product("Python.Python.3.11", "Python 3.11", "3.11.9"),
+         product("Python.Python.3.12", "Python 3.12", "3.12.10"),
+         product("SlackTechnologies.Slack.Beta", "Slack Beta", "4.47.50"),
+         product("JetBrains.GoLand.EAP", "GoLand (EAP)", "262.1"),
+         product("Microsoft.VisualStudio.2022.Enterprise", "Visual Studio Enterprise 2022",
+                 "17.14"),
+         product("Kiwix.WikiMed", "WikiMed by Kiwix", "3.8.4.0"),
+         product("Kiwix.WikiMed.Electron", "WikiMed by Kiwix", "3.8.4-E"),
+         product("Altova.DiffDogServer.2025", "Altova DiffDog Server", "2025.02.00.01"),
+         product("Altova.DiffDogServer.2026", "Altova DiffDog Server", "2026.02.00"),
+         product("AGProjects.Blink", "Blink", "6.0.3"),
+         product("SuperSmashing.Blink", "Blink", "3.7.9"),
+         product("Min.Min", "Min", "1.35.1"),
+         product("MinBrowser.Min", "Min", "1.35.6"),
+         product("TriliumNext.Notes", "TriliumNext Notes", "0.90"),
+         product("Microsoft.DirectX", "DirectX End-User Runtime Installer", "9.29.1974.0"),
+         product("CJK.Program", "\xe8\xbd\xaf\xe4\xbb\xb6", "1.0"),
+         product("Google.GoogleDesktop", "Google Desktop", "5.9")}};
 };
 
 TEST_F(ProductIndexTest, VariantsOfOneNameAreToldApart) {

@@ -8,46 +8,43 @@
 
 namespace {
 
+using scan::UpdateRecord;
 using server::QueryEncoding;
 
 TEST(ReplyTextTest, HostileValuesReadBackFieldByField) {
-    const QStringList hostile = {
-        "COM=x",
-        "x=COM",
-        "=DUR",
-        "DUR=",
-        "UID",
-        "xUID",
-        "UIDx=",
-        "FVR1",
-        "pvr1=low",
-        "\"=UPDATEINFORMATION -->",
-        "ERR_CODE:4000|ERR_DESC:no",
-        "a=b=c",
-        "==",
-        "=",
-        "",
-        "Latest release 2.0 of 2026-01-01",
-        "tab\there",
-        "hur=HUR=hur",
-    };
+    const QStringList hostile = {"COM=x",
+                                 "x=COM",
+                                 "=DUR",
+                                 "DUR=",
+                                 "UID",
+                                 "xUID",
+                                 "UIDx=",
+                                 "FVR1",
+                                 "pvr1=low",
+                                 "\"=UPDATEINFORMATION -->",
+                                 "ERR_CODE:4000|ERR_DESC:no",
+                                 "a=b=c",
+                                 "==",
+                                 "=",
+                                 "",
+                                 "Latest release 2.0 of 2026-01-01",
+                                 "tab\there",
+                                 "hur=HUR=hur"};
     for (const QString& value : hostile) {
+        const QString safe = server::safeText(value);
         for (const QString& uid : {QString("u-1"), value}) {
             const server::UpdateInformation information{value, value, {}, value, uid};
-            const auto reading = server_testing::readAsClient(server::foundPage(information));
-            ASSERT_EQ(reading.status, server_testing::ClientReading::Parsed) << value.toStdString();
-            EXPECT_EQ(reading.fvr1, server::safeText(value)) << value.toStdString();
-            EXPECT_EQ(reading.pvr1, server::safeText(value)) << value.toStdString();
-            EXPECT_EQ(reading.com, server::safeText(value)) << value.toStdString();
-            EXPECT_EQ(reading.uid, server::safeText(uid)) << value.toStdString();
-            EXPECT_EQ(reading.dur, "");
+            EXPECT_EQ(server_testing::readAsClient(server::foundPage(information)),
+                      (UpdateRecord{safe, safe, "", "", "", "", safe, server::safeText(uid), "", "",
+                                    scan::updatestatus::Parsed}))
+                << value.toStdString();
         }
         // Addresses keep their meaning: only escapes are added.
         const QString address = "http://example.test/get?" + value;
-        const server::UpdateInformation information{"1", "1", address, "c", "u"};
-        const auto reading = server_testing::readAsClient(server::foundPage(information));
-        EXPECT_EQ(reading.dur, server::safeAddress(address)) << value.toStdString();
-        EXPECT_EQ(reading.com, "c");
+        const UpdateRecord record =
+            server_testing::readAsClient(server::foundPage({"1", "1", address, "c", "u"}));
+        EXPECT_EQ(record.DUR, server::safeAddress(address)) << value.toStdString();
+        EXPECT_EQ(record.COM, "c");
     }
     // Plain values pass untouched; the page is in the code page, "?" for what it lacks.
     EXPECT_EQ(server::safeText("Latest release 1.2 of 2026-01-01"),
@@ -56,9 +53,8 @@ TEST(ReplyTextTest, HostileValuesReadBackFieldByField) {
               "https://example.test/a?b=c&d=e");
     const QByteArray page = server::foundPage({"1", "1", {}, "Caf\u00e9 \u8f6f", "u"});
     EXPECT_TRUE(page.contains("COM=Caf\xe9 ?=COM"));
-    EXPECT_EQ(
-        server_testing::readAsClient(server::errorPage("4002", "a \"b\" | c")).errorDescription,
-        "a 'b' / c");
+    EXPECT_EQ(server_testing::readAsClient(server::errorPage("4002", "a \"b\" | c")).ErrDesc,
+              "a 'b' / c");
 }
 
 TEST(ReplyTextTest, QueriesDecodeByTheirEncoding) {

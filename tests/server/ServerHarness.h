@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#include "scan/UpdateRecord.h"
+
 // Helpers for talking to the real tallowick-update-server (see
 // support/UpdateServerProcess.h) and reading back what it stored and answered.
 namespace server_testing {
@@ -29,23 +31,9 @@ QByteArray rawRequest(const QString& base, const QByteArray& bytes);
 std::vector<QVariantList> rows(const QString& databasePath, const QString& sql);
 qlonglong count(const QString& databasePath, const QString& table);
 
-// A program run to its end: exit status (-1 when it crashed or hung) and its output.
-struct Run {
-    int status;
-    QString out, err;
-};
-Run runServerProgram(const QStringList& arguments);
-
-// What the desktop program reads from a reply page: the payload between the first start
-// marker and the first end marker; ERR_CODE and ERR_DESC, or each field from the first place
-// of its opening tag to the first place of its closing tag.
-struct ClientReading {
-    enum Status { Parsed = 0, Empty = 1, NoMarker = 2, ServerError = 3 };
-    Status status = Empty;
-    QString errorCode, errorDescription;
-    QString fvr1, pvr1, dur, com, uid;
-};
-ClientReading readAsClient(const QByteArray& page);
-QByteArray toWindows1252(const QString& text);
+// A reply page as the desktop program reads it: decoded from the Windows code page and cut by
+// the program's own rules; the status kUncut when the cut fails.
+inline constexpr qint16 kUncut = -2;
+scan::UpdateRecord readAsClient(const QByteArray& page);
 
 }  // namespace server_testing

@@ -13,7 +13,7 @@
 #include "platform/portable/MachineFacts.h"
 #include "service/ServiceControl.h"
 #include "setup/ProductInstall.h"
-#include "setup/RegistryWriter.h"
+#include "core/AnsiText.h"
 #include "state/ProductNames.h"
 #include "state/modRegistry.h"
 #include "support/TestMachine.h"
@@ -24,7 +24,6 @@ namespace fs = std::filesystem;
 namespace product = state::product;
 
 const QString kInstalled = "C:\\Program Files\\Tallowick\\";
-const QString kMachineLocal = "HKEY_LOCAL_MACHINE\\";
 
 class ProductInstallTest : public ::testing::Test {
 protected:
@@ -61,23 +60,15 @@ protected:
     QString value(const QString& key, const QString& name) {
         return state::modRegistry(platform()).GetStringValue(key, name);
     }
-    QVariant dword(const QString& key, const QString& name) {
-        return state::modRegistry(platform()).GetDwordValue(key, name);
+    // The key as regedit exports it, values with their types; empty when there is no key.
+    std::string exported(const QString& key) {
+        std::string text;
+        return platform().regEdit.exportKey(key.toStdString(), &text).ok ? text : std::string();
     }
-    std::uint32_t type(const QString& key, const QString& name) {
-        auto& registry = platform().registry;
-        platform::RegHandle handle = 0;
-        std::uint32_t found = platform::regtype::None;
-        if (registry.RegOpenKeyExA(platform::hkey::LocalMachine,
-                                   core::toAnsi(platform().codePage, key.mid(kMachineLocal.size())),
-                                   0, platform::access::KeyRead, &handle) == 0) {
-            registry.RegQueryValueExA(handle, core::toAnsi(platform().codePage, name), &found,
-                                      nullptr, nullptr);
-            registry.RegCloseKey(handle);
-        }
-        return found;
+    static std::string keyText(const QString& key, const std::string& values) {
+        return "Windows Registry Editor Version 5.00\r\n\r\n[" + key.toStdString() + "]\r\n" +
+               values + "\r\n";
     }
-    bool keyExists(const QString& key) { return setup::RegistryWriter(platform()).exists(key); }
     std::optional<std::string> file(const QString& winPath) {
         return platform().files.readFile(core::toAnsi(platform().codePage, winPath));
     }
@@ -115,28 +106,25 @@ TEST_F(ProductInstallTest, InstallRegistersTheProductAndCopiesItsFiles) {
         "left Tallowick Service stopped (--no-start)"};
     EXPECT_EQ(lines, expected);
 
-    const QString service = product::servicesKey();
-    EXPECT_EQ(value(service, "DisplayName"), "Tallowick Service");
-    EXPECT_EQ(value(service, "ImagePath"), '"' + kInstalled + "Tallo-wickService.exe\"");
-    EXPECT_EQ(type(service, "ImagePath"), platform::regtype::ExpandSz);
-    EXPECT_EQ(dword(service, "Type"), 0x10);
-    EXPECT_EQ(type(service, "Type"), platform::regtype::Dword);
-    EXPECT_EQ(dword(service, "Start"), 2);
-    EXPECT_EQ(value(service, "ObjectName"), "LocalSystem");
+    const std::string service = exported(product::servicesKey());
+    EXPECT_NE(service.find("]\r\n\"DisplayName\"=\"Tallowick Service\"\r\n\"ImagePath\"=hex(2):"),
+              std::string::npos);
+    EXPECT_TRUE(
+        service.ends_with("\"Type\"=dword:00000010\r\n\"Start\"=dword:00000002\r\n\"ObjectName\"="
+                          "\"LocalSystem\"\r\n\r\n"));
+    EXPECT_EQ(value(product::servicesKey(), "ImagePath"),
+              '"' + kInstalled + "Tallo-wickService.exe\"");
     EXPECT_EQ(service::productServiceState(platform()), service::ServiceState::Stopped);
-
-    EXPECT_EQ(value(product::key(), "Installer"), "Web");
-    EXPECT_EQ(value(product::key(), "AID"), "17");
-    EXPECT_EQ(type(product::key(), "AID"), platform::regtype::Sz);
-
-    const QString entry = product::uninstallKey();
-    EXPECT_EQ(value(entry, "DisplayName"), "Tallowick");
-    EXPECT_EQ(value(entry, "DisplayVersion"), TALLOWICK_VERSION);
-    EXPECT_EQ(value(entry, "Publisher"), "Brenmoor");
-    EXPECT_EQ(value(entry, "InstallLocation"), "C:\\Program Files\\Tallowick");
-    EXPECT_EQ(value(entry, "UninstallString"), '"' + kInstalled + "uninst.exe\"");
-    EXPECT_EQ(value(entry, "DisplayIcon"), kInstalled + "Tallo-wick.exe");
-
+    EXPECT_EQ(exported(product::key()),
+              keyText(product::key(), "\"Installer\"=\"Web\"\r\n\"AID\"=\"17\"\r\n"));
+    EXPECT_EQ(
+        exported(product::uninstallKey()),
+        keyText(product::uninstallKey(),
+                "\"DisplayName\"=\"Tallowick\"\r\n\"DisplayVersion\"=\"" TALLOWICK_VERSION
+                "\"\r\n\"Publisher\"=\"Brenmoor\"\r\n"
+                "\"InstallLocation\"=\"C:\\\\Program Files\\\\Tallowick\"\r\n"
+                "\"UninstallString\"=\"\\\"C:\\\\Program Files\\\\Tallowick\\\\uninst.exe\\\"\"\r\n"
+                "\"DisplayIcon\"=\"C:\\\\Program Files\\\\Tallowick\\\\Tallo-wick.exe\"\r\n"));
     EXPECT_EQ(file(kInstalled + "LANG\\german.lng"), "de");
     EXPECT_EQ(file(kInstalled + "Report.htm"), "<html>");
 }
@@ -158,8 +146,8 @@ TEST_F(ProductInstallTest, InstallOverAnInstallReplacesWithoutDuplicates) {
         {(kInstalled + "Starter.exe").toStdString(), starter.string()},
         {(kInstalled + "Tallo-wick.exe").toStdString(), program.string()}};
     EXPECT_EQ(programs(), expected);
-    EXPECT_EQ(value(product::key(), "Installer"), "Store");
-    EXPECT_EQ(value(product::key(), "PID"), "1");
+    EXPECT_EQ(exported(product::key()),
+              keyText(product::key(), "\"Installer\"=\"Store\"\r\n\"PID\"=\"1\"\r\n"));
     EXPECT_EQ(file(kInstalled + "Report.htm"), "new");
 }
 
@@ -208,13 +196,13 @@ TEST_F(ProductInstallTest, UninstallRemovesWhatInstallMadeAndKeepsTheRest) {
         "removed folder C:\\Program Files\\Tallowick", "removed 1 program mappings"};
     EXPECT_EQ(lines, expected);
     for (const QString& key : {product::servicesKey(), product::key(), product::uninstallKey()}) {
-        EXPECT_FALSE(keyExists(key)) << key.toStdString();
+        EXPECT_EQ(exported(key), "") << key.toStdString();
     }
     EXPECT_FALSE(platform().files.FolderExists("C:\\Program Files\\Tallowick"));
 
     EXPECT_EQ(value("HKEY_LOCAL_MACHINE\\Software\\Quillfen", "BundleAppLocation"), "C:\\Q");
-    EXPECT_TRUE(keyExists(product::uninstallKey() + " Extra"));
-    EXPECT_TRUE(keyExists(product::servicesKey() + " Helper"));
+    EXPECT_NE(exported(product::uninstallKey() + " Extra"), "");
+    EXPECT_NE(exported(product::servicesKey() + " Helper"), "");
     EXPECT_EQ(file("C:\\ProgramData\\Tallowick\\Settings.ini"), "kept");
     const std::map<std::string, std::string> unrelated{
         {"C:\\Program Files\\Tallowick Extra\\x.exe", "/bin/true"},
@@ -249,7 +237,7 @@ TEST_F(ProductInstallTest, UninstallStopsARunningServiceFirst) {
     running.join();
     ASSERT_TRUE(uninstalled) << problems.join('\n').toStdString();
     EXPECT_EQ(lines.value(0), "stopped Tallowick Service");
-    EXPECT_FALSE(keyExists(product::servicesKey()));
+    EXPECT_EQ(exported(product::servicesKey()), "");
 }
 
 }  // namespace

@@ -46,19 +46,12 @@ TEST(SetupOptionsTest, UninstallTakesOnlyTheMachine) {
 }
 
 TEST(SetupOptionsTest, ArgumentsThatDoNotFitAreRefused) {
-    for (const QStringList& arguments : {
-             QStringList{},
-             QStringList{"repair"},
-             QStringList{"install", "--value", "NoEquals"},
-             QStringList{"install", "--value", "=data"},
-             QStringList{"install", "--value"},
-             QStringList{"install", "--machine"},
-             QStringList{"install", "--start"},
-             QStringList{"install", "extra"},
-             QStringList{"uninstall", "--data", "/d"},
-             QStringList{"uninstall", "--no-start"},
-             QStringList{"uninstall", "--value", "A=b"},
-         }) {
+    for (const QStringList& arguments :
+         {QStringList{}, QStringList{"repair"}, QStringList{"install", "--value", "NoEquals"},
+          QStringList{"install", "--value", "=data"}, QStringList{"install", "--value"},
+          QStringList{"install", "--machine"}, QStringList{"install", "--start"},
+          QStringList{"install", "extra"}, QStringList{"uninstall", "--data", "/d"},
+          QStringList{"uninstall", "--no-start"}, QStringList{"uninstall", "--value", "A=b"}}) {
         EXPECT_FALSE(setup::parseSetupOptions(arguments, defaults()))
             << arguments.join(' ').toStdString();
     }

@@ -20,17 +20,19 @@ protected:
 
 TEST_F(FileHelpersTest, FileExistsCoversDrivesFoldersAndFiles) {
     machine.placeFile("C:\\Data\\Report.txt", "x");
-    EXPECT_TRUE(helpers.FileExists("C:\\"));
-    EXPECT_TRUE(helpers.FileExists("c:\\"));
-    EXPECT_FALSE(helpers.FileExists("Q:\\"));
-    EXPECT_FALSE(helpers.FileExists("C:"));
-    EXPECT_FALSE(helpers.FileExists(""));
-    EXPECT_TRUE(helpers.FileExists("C:\\data\\REPORT.TXT"));
-    EXPECT_TRUE(helpers.FileExists("C:\\Data"));
-    EXPECT_TRUE(helpers.FileExists("C:\\Data\\*.txt"));
-    EXPECT_FALSE(helpers.FileExists("C:\\Data\\Report.doc"));
-    EXPECT_FALSE(helpers.FileExists("C:\\Missing\\Report.txt"));
-
+    for (const auto& [path, exists] :
+         std::initializer_list<std::pair<const char*, bool>>{{"C:\\", true},
+                                                             {"c:\\", true},
+                                                             {"Q:\\", false},
+                                                             {"C:", false},
+                                                             {"", false},
+                                                             {"C:\\data\\REPORT.TXT", true},
+                                                             {"C:\\Data", true},
+                                                             {"C:\\Data\\*.txt", true},
+                                                             {"C:\\Data\\Report.doc", false},
+                                                             {"C:\\Missing\\Report.txt", false}}) {
+        EXPECT_EQ(helpers.FileExists(path), exists) << path;
+    }
     EXPECT_TRUE(helpers.FolderExists("C:\\Data"));
     EXPECT_FALSE(helpers.FolderExists("C:\\Data\\Report.txt"));
 }
@@ -106,8 +108,7 @@ TEST(FileHelpersMachineTest, WindowsVersionsAndVista) {
         {1, 4, 90, "", false},        {2, 4, 0, "Win NT", false},   {2, 5, 0, "Win 2000", false},
         {2, 5, 1, "Win XP", false},   {2, 5, 2, "", false},         {2, 6, 0, "Vista", true},
         {2, 6, 1, "Windows 7", true}, {2, 6, 2, "Windows 8", true}, {2, 6, 3, "", false},
-        {2, 10, 0, "", false},        {1, 6, 0, "", false},
-    };
+        {2, 10, 0, "", false},        {1, 6, 0, "", false}};
     for (const Case& c : cases) {
         platform::portable::MachineFacts facts;
         facts.os = {c.platform, c.major, c.minor, 1000};

@@ -29,20 +29,20 @@ protected:
     state::modRegistry registry{machine.platform()};
 };
 
+// Blanks are trimmed, tabs are not; names and keys match in any case; the code page carries
+// the umlauts.
 TEST_F(ModRegistryTest, StringsReadBackTrimmedOfBlanksOnly) {
-    registry.SetStringValue(kKey, "Language", "  de ");
-    EXPECT_EQ(registry.lastStatus(), 0);
-    EXPECT_EQ(registry.GetStringValue(kKey, "Language"), "de");
-    EXPECT_EQ(registry.GetStringValue("HKEY_LOCAL_MACHINE\\SOFTWARE\\tallowick", "LANGUAGE"), "de");
-    registry.SetStringValue(kKey, "Blanks", "     ");
-    EXPECT_EQ(registry.GetStringValue(kKey, "Blanks"), "");
-    registry.SetStringValue(kKey, "Tab", "\tx\t");
-    EXPECT_EQ(registry.GetStringValue(kKey, "Tab"), "\tx\t");
-    registry.SetStringValue(kKey, "Umlaut", QString::fromUtf8("Grüße"));
-    EXPECT_EQ(registry.GetStringValue(kKey, "Umlaut"), QString::fromUtf8("Grüße"));
+    for (const auto& [written, read] : {std::pair<QString, QString>{"  de ", "de"},
+                                        {"     ", ""},
+                                        {"\tx\t", "\tx\t"},
+                                        {QString::fromUtf8("Grüße"), QString::fromUtf8("Grüße")}}) {
+        registry.SetStringValue(kKey, "Language", written);
+        EXPECT_EQ(registry.lastStatus(), 0);
+        EXPECT_EQ(registry.GetStringValue("HKEY_LOCAL_MACHINE\\SOFTWARE\\tallowick", "LANGUAGE"),
+                  read);
+    }
 }
 
-// The program's writes carry no terminator, and its reads must not need one.
 // The text goes without its terminator; Windows counts the NUL behind it in memory.
 TEST_F(ModRegistryTest, WritesStoreTheTerminatorWindowsAdds) {
     registry.SetStringValue(kKey, "Version", "1.2.3");
@@ -58,63 +58,55 @@ TEST_F(ModRegistryTest, WritesStoreTheTerminatorWindowsAdds) {
     EXPECT_EQ(registry.GetStringValue(kKey, "Version"), "1.2.3");
 }
 
-TEST_F(ModRegistryTest, FailuresReadAsTheWordError) {
+// Failures read as the word "Error"; 254 characters and the terminator fill the 255-character
+// buffer, one more does not fit.
+TEST_F(ModRegistryTest, FailuresAndLongValuesReadAsTheWordError) {
     EXPECT_EQ(registry.GetStringValue(kKey, "Missing"), "Error");
     EXPECT_EQ(registry.GetStringValue(kKey + "\\Missing", "Language"), "Error");
     EXPECT_EQ(registry.GetDwordValue(kKey, "Missing").toString(), "Error");
+    EXPECT_EQ(registry.GetStringValue("HKEY_CLASSES_ROOT\\NoSuchClass", ""), "Error");
     registry.SetStringValue(kKey + "\\Missing", "Language", "de");
     EXPECT_NE(registry.lastStatus(), 0);
-}
 
-// 254 characters and the terminator fill the 255-character buffer; one more does not fit.
-TEST_F(ModRegistryTest, ReadBufferHoldsAtMost254Characters) {
     setRaw("Fits", platform::regtype::Sz, std::string(254, 'a') + '\0');
     setRaw("TooLong", platform::regtype::Sz, std::string(255, 'a') + '\0');
     EXPECT_EQ(registry.GetStringValue(kKey, "Fits"), QString(254, 'a'));
     EXPECT_EQ(registry.GetStringValue(kKey, "TooLong"), "Error");
     registry.SetStringValue(kKey, "Written", QString(300, 'b'));
     EXPECT_EQ(registry.GetStringValue(kKey, "Written"), "Error");
-}
-
-// The reader does not look at the type: it gets the bytes, up to the first NUL.
-TEST_F(ModRegistryTest, OtherTypesReadAsTheirBytes) {
-    setRaw("Binary", platform::regtype::Binary, std::string("AB\0CD", 5));
-    setRaw("Dword", platform::regtype::Dword, std::string("\x31\x32\x00\x00", 4));
-    setRaw("Unterminated", platform::regtype::Binary, "xyz");
-    EXPECT_EQ(registry.GetStringValue(kKey, "Binary"), "AB");
-    EXPECT_EQ(registry.GetStringValue(kKey, "Dword"), "12");
-    EXPECT_EQ(registry.GetStringValue(kKey, "Unterminated"), "xyz");
-}
-
-TEST_F(ModRegistryTest, DwordReadsTakeFourBytesOfAnyType) {
-    setRaw("Count", platform::regtype::Dword, std::string("\x2a\x00\x00\x00", 4));
-    setRaw("Minus", platform::regtype::Dword, std::string("\xff\xff\xff\xff", 4));
-    setRaw("Short", platform::regtype::Binary, std::string("\x05", 1));
-    registry.SetStringValue(kKey, "Four", "abc");
-    EXPECT_EQ(registry.GetDwordValue(kKey, "Count"), QVariant(42));
-    EXPECT_EQ(registry.GetDwordValue(kKey, "Minus"), QVariant(-1));
-    EXPECT_EQ(registry.GetDwordValue(kKey, "Short"), QVariant(5));
-    EXPECT_EQ(registry.GetDwordValue(kKey, "Four"), QVariant(0x00636261));
-    // Five bytes, the terminator with them, do not fit the four-byte buffer.
-    registry.SetStringValue(kKey, "Five", "abcd");
-    EXPECT_EQ(registry.GetDwordValue(kKey, "Five").toString(), "Error");
-}
-
-TEST_F(ModRegistryTest, DefaultValueHasTheEmptyName) {
+    // The default value has the empty name.
     EXPECT_EQ(registry.GetStringValue("HKEY_CLASSES_ROOT\\Directory", ""), "File Folder");
-    EXPECT_EQ(registry.GetStringValue("HKEY_CLASSES_ROOT\\NoSuchClass", ""), "Error");
 }
 
-// A root name is matched exactly; an unknown one gives nothing, not the failure word.
-TEST_F(ModRegistryTest, UnknownRootGivesEmptyText) {
-    registry.SetStringValue(kKey, "Language", "de");
-    EXPECT_EQ(registry.GetStringValue("HKEY_local_machine\\Software\\Tallowick", "Language"), "");
-    EXPECT_FALSE(registry.GetDwordValue("HKEY_BOGUS\\Software", "x").isValid());
+// The readers do not look at the type: a string gets the bytes up to the first NUL, a dword
+// four bytes of anything; five bytes, a string's terminator with them, do not fit.
+TEST_F(ModRegistryTest, ReadersTakeTheBytesOfAnyType) {
+    struct Case {
+        const char* name;
+        std::uint32_t type;
+        std::string bytes;
+        QString text;
+        QVariant dword;
+    };
+    const Case cases[] = {
+        {"Binary", platform::regtype::Binary, std::string("AB\0CD", 5), "AB", "Error"},
+        {"Dword", platform::regtype::Dword, std::string("\x31\x32\x00\x00", 4), "12", 0x3231},
+        {"Unterminated", platform::regtype::Binary, "xyz", "xyz", 0x7a7978},
+        {"Minus", platform::regtype::Dword, "\xff\xff\xff\xff", QString(4, u'\u00ff'), -1},
+        {"Short", platform::regtype::Binary, "\x05", "\x05", 5},
+        {"Four", platform::regtype::Sz, std::string("abc\0", 4), "abc", 0x00636261},
+        {"Five", platform::regtype::Sz, std::string("abcd\0", 5), "abcd", "Error"},
+    };
+    for (const Case& c : cases) {
+        setRaw(c.name, c.type, c.bytes);
+        EXPECT_EQ(registry.GetStringValue(kKey, c.name), c.text) << c.name;
+        EXPECT_EQ(registry.GetDwordValue(kKey, c.name), c.dword) << c.name;
+    }
 }
 
-// A path that does not split reuses the root of the call before, with the whole text as
-// the sub key.
-TEST_F(ModRegistryTest, MalformedPathKeepsThePreviousRoot) {
+// A path that does not split reuses the root of the call before, with the whole text as the sub
+// key; a root name is matched exactly, and an unknown one gives nothing.
+TEST_F(ModRegistryTest, RootsAndPathsThatDoNotSplit) {
     registry.CreateKey("HKEY_CURRENT_USER\\Software\\Tallowick");
     registry.SetStringValue("HKEY_CURRENT_USER\\Software\\Tallowick", "Language", "fr");
     registry.SetStringValue(kKey, "Language", "de");
@@ -123,6 +115,8 @@ TEST_F(ModRegistryTest, MalformedPathKeepsThePreviousRoot) {
     EXPECT_EQ(registry.GetStringValue("Software\\Tallowick", "Language"), "de");
     registry.GetStringValue("HKEY_CURRENT_USER\\Software", "x");
     EXPECT_EQ(registry.GetStringValue("Software\\Tallowick", "Language"), "fr");
+    EXPECT_EQ(registry.GetStringValue("HKEY_local_machine\\Software\\Tallowick", "Language"), "");
+    EXPECT_FALSE(registry.GetDwordValue("HKEY_BOGUS\\Software", "x").isValid());
 }
 
 TEST_F(ModRegistryTest, CreateAndDelete) {
