@@ -43,8 +43,8 @@ protected:
     state::modSettings settings{machine.platform()};
     localisation::LanguageText language{"TW"};
     RecordingIgnorePage page;
-    scan::IgnoreList ignore{holder, entries, files, language, page};
-    scan::ScanStatistics statistics{settings, language, ignore, page};
+    scan::IgnoreList ignore{holder, entries, files, language, page, page.box};
+    scan::ScanStatistics statistics{settings, language, ignore, page, page.box};
 };
 
 // Four and five fields load alike; a line without name, publisher and location is dropped;

@@ -8,9 +8,26 @@
 #include "scan/ResultsActions.h"
 #include "scan/ScanPageView.h"
 #include "scan/ScanStatistics.h"
+#include "state/MainWindowView.h"
+#include "state/UniMessageBox.h"
+
+// The boxes a page's logic shows through the one message box, answered with `answer`.
+class RecordingBoxes : public platform::MessageBox {
+public:
+    int show(const std::u16string& text, const std::u16string&, std::uint32_t style) override {
+        boxes.push_back({QString::fromStdU16String(text), style});
+        return answer;
+    }
+
+    std::vector<std::pair<QString, std::uint32_t>> boxes;
+    int answer = platform::mbresult::Yes;
+    const state::UniMessageBox box{*this, "Tallowick"};
+};
 
 // The ignore page and the statistics panel as a test sees them: rows, checks, boxes, captions.
-class RecordingIgnorePage final : public scan::IgnorePageView, public scan::StatisticsPanelView {
+class RecordingIgnorePage final : public scan::IgnorePageView,
+                                  public scan::StatisticsPanelView,
+                                  public RecordingBoxes {
 public:
     void beginRows() override { rows.clear(); }
     void addRow(const QStringList& fields) override { rows.push_back(fields); }
@@ -18,24 +35,21 @@ public:
     int rowCount() override { return int(rows.size()); }
     bool rowChecked(int row) override { return checked.count(row) != 0; }
     void setDeleteEnabled(bool enabled) override { deleteEnabled = enabled; }
-    int showMessage(const QString& text, std::uint32_t style) override {
-        boxes.push_back({text, style});
-        return answer;
-    }
     void setScanNowData(int index, const QString& caption) override { panel[index] = caption; }
 
     std::vector<QStringList> rows;
     std::set<int> checked;
     int total = -1;
     bool deleteEnabled = true;
-    std::vector<std::pair<QString, std::uint32_t>> boxes;
-    int answer = platform::mbresult::Yes;
     std::map<int, QString> panel;
 };
 
 // The main window and its scan page as a test sees them: every call in order as one word, the
 // rows added, the notices and the boxes, which are answered with `answer`.
-class RecordingScanPage final : public scan::ScanPageView, public scan::ResultsPageView {
+class RecordingScanPage final : public scan::ScanPageView,
+                                public state::MainWindowView,
+                                public scan::ResultsPageView,
+                                public RecordingBoxes {
 public:
     void disableControls() override { calls << "disableControls"; }
     void enableControls() override { calls << "enableControls"; }
@@ -50,6 +64,7 @@ public:
     }
     void clearResults() override { calls << "clearResults"; }
     void setTotalItemsDetected(const QString& caption) override { itemsDetected = caption; }
+    QString totalItemsDetected() const override { return itemsDetected; }
     void showRunning(bool running) override { calls << (running ? "running" : "notRunning"); }
     void setProgressMaximum(int maximum) override { progressMaximum = maximum; }
     void showProgress(int value, int) override { progress.push_back(value); }
@@ -62,9 +77,17 @@ public:
     void RestoreWindow() override { calls << "RestoreWindow"; }
     void showUpdatePrompt() override { calls << "showUpdatePrompt"; }
     std::uintptr_t windowHandle() override { return 0x1234; }
-    int showMessage(const QString& text, std::uint32_t style) override {
-        boxes.push_back({text, style});
-        return answer;
+    // Forgets what was recorded, for the next scan.
+    void reset() {
+        calls.clear();
+        reportErrorLine.clear();
+        itemsDetected.clear();
+        progressMaximum = -1;
+        progress.clear();
+        results.clear();
+        notices.clear();
+        sounds.clear();
+        boxes.clear();
     }
 
     QStringList calls;
@@ -75,6 +98,4 @@ public:
     std::vector<scan::ScanResult> results;
     QStringList notices;
     QStringList sounds;
-    std::vector<std::pair<QString, std::uint32_t>> boxes;
-    int answer = platform::mbresult::Yes;
 };

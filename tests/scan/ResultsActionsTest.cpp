@@ -50,7 +50,7 @@ protected:
     state::ActivityLog log{platform, settings, "C:\\ProgramData\\Tallowick\\Tallowick Log.txt"};
     localisation::LanguageText language{"TW"};
     RecordingScanPage page;
-    scan::ResultsActions actions{platform, settings, log, language, page};
+    scan::ResultsActions actions{platform, settings, log, language, page, page.box};
     const QString browser = QString::fromLatin1(platform::portable::PortableShell::kBrowser);
 };
 

@@ -6,10 +6,8 @@
 
 #include "RecordingPages.h"
 #include "core/QtPrinters.h"
-#include "platform/net/InetControl.h"
 #include "scan/ScanDriver.h"
 #include "state/ProductNames.h"
-#include "state/SettingsFiles.h"
 #include "support/RunningService.h"
 #include "support/UpdateServerProcess.h"
 
@@ -27,10 +25,6 @@ struct Installed {
 class ScanDriverTest : public ::testing::Test {
 protected:
     ScanDriverTest() {
-        platform.files.MkDir("C:\\ProgramData\\Tallowick");
-        platform.files.MkDir("C:\\ProgramData\\Tallowick\\Settings");
-        settings.setSettingsPath(dataFolder + "Settings\\Tallowick.ini");
-        results.InitList(6, 20);
         service.channel.SendToService("RegCreateKey|" + key());
         useServer({});
     }
@@ -45,7 +39,7 @@ protected:
                                  "\r\nstrLoc_TW_ReportError=wrong?\r\n"
                                  "strLoc_TW_SureYouWantToStop=stop?\r\n; end\r\n");
         language.InitCodeStrings();
-        component.setServerBase(server->base());
+        program.useServer(server->base());
     }
     void install(const std::vector<Installed>& programs) {
         std::string reg = "Windows Registry Editor Version 5.00\r\n\r\n";
@@ -87,35 +81,18 @@ protected:
         return found;
     }
 
-    testing_support::RunningService service;
+    RecordingIgnorePage ignorePage;
+    testing_support::RunningService service{&ignorePage};
+    shell::Program& program = service.program;
     platform::Platform& platform = service.platform;
     std::unique_ptr<testing_support::UpdateServerProcess> server;
-    const QString dataFolder = "C:\\ProgramData\\Tallowick\\";
-    state::modSettings settings{platform};
-    localisation::LanguageText language{"TW"};
-    state::lst holder;
-    state::SettingsFiles files{platform, dataFolder, holder, "Tallowick"};
-    scan::DetectionLists lists{platform.messageBox};
-    RecordingIgnorePage ignorePage;
-    scan::IgnoreList ignore{holder, lists.ignoreEntryList, files, language, ignorePage};
+    state::modSettings& settings = program.settings;
+    localisation::LanguageText& language = program.language;
+    state::lst& holder = program.holder;
+    state::clsList& results = program.results;
+    scan::ScanControl& control = program.control;
     RecordingScanPage page;
-    bool retry = false;
-    web::Tracking tracking{
-        service.registry, service.channel, holder, language,
-        web::TrackingFacts{"TW", key(), "1.0.0", &retry, [this] { return page.itemsDetected; }}};
-    platform::net::InetControl inet;
-    scan::modUpdateCOmponent component = [this] {
-        scan::modUpdateCOmponent made(platform, inet);
-        made.setAccessKey(scan::modUpdateCOmponent::kAccessKey);
-        return made;
-    }();
-    state::ActivityLog log{platform, settings, dataFolder + "Tallowick Log.txt"};
-    state::clsList results{platform.messageBox};
-    scan::ScanControl control;
-    scan::ScanDriver driver{scan::ScanParts{platform, settings, service.registry, service.channel,
-                                            tracking, language, ignore, lists, results, component,
-                                            log, control, page, "Tallowick",
-                                            "C:\\Program Files\\Tallowick", dataFolder}};
+    scan::ScanDriver driver{program.scanParts(page, page)};
 };
 
 // The updates are exactly those that the catalog implies: a newer product version (case A),
@@ -210,14 +187,15 @@ TEST_F(ScanDriverTest, StopKeepsTheUpdatesFoundSoFar) {
             driver.cmdStopScan_Click();
         }
     };
-    page.answer = platform::mbresult::Yes;
+    service.box.answer = platform::mbresult::Yes;
     driver.cmdScanNow_Click();
 
     EXPECT_EQ(page.results.size(), 3u);
     EXPECT_EQ(page.progress, (std::vector<int>{1, 2, 3}));
-    ASSERT_EQ(page.boxes.size(), 1u);
-    EXPECT_EQ(page.boxes[0].first, "stop?");
-    EXPECT_EQ(page.boxes[0].second, platform::mbstyle::YesNo | platform::mbstyle::IconQuestion);
+    ASSERT_EQ(service.box.shown.size(), 1u);
+    EXPECT_EQ(service.box.shown[0].text, "stop?");
+    EXPECT_EQ(service.box.shown[0].style,
+              platform::mbstyle::YesNo | platform::mbstyle::IconQuestion);
     EXPECT_TRUE(control.ScanCancelled);
     EXPECT_FALSE(control.installRun || control.repeatFirstRun);
     EXPECT_EQ(setting("ScanInfo", "UpdatesAvailable"), "3");
@@ -226,7 +204,7 @@ TEST_F(ScanDriverTest, StopKeepsTheUpdatesFoundSoFar) {
     EXPECT_TRUE(holder.lstURLs.last().contains("action=Scan_Cancelled&"));
 
     // A No leaves the scan running.
-    page.answer = platform::mbresult::No;
+    service.box.answer = platform::mbresult::No;
     control.bInProcess = true;
     driver.cmdStopScan_Click();
     EXPECT_TRUE(control.bInProcess);
@@ -251,7 +229,7 @@ TEST_F(ScanDriverTest, FailedAnswersEndTheScanAtTheirThresholds) {
     int scans = 0;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.reply);
-        page = RecordingScanPage();
+        page.reset();
         useServer({"--test-reply", c.reply});
         installMany(c.programs);
         settings.WriteSetting("ScanInfo", "UpdatesAvailable", "7");
@@ -281,7 +259,7 @@ TEST_F(ScanDriverTest, NothingToLookUpAndARunningScan) {
     EXPECT_EQ(setting("ScanInfo", "NumberOfScans"), "many");
     EXPECT_EQ(productValue("ItemCount"), "0");
 
-    page = RecordingScanPage();
+    page.reset();
     control.bInProcess = true;
     driver.InitiateScan(false);
     EXPECT_EQ(page.calls, (QStringList{"disableControls", "enableControls"}));

@@ -59,14 +59,14 @@ protected:
         }
     }
 
-    testing_support::RecordingMessageBox box;
-    testing_support::RunningService service{&box};
+    testing_support::RunningService service;
+    testing_support::RecordingMessageBox& box = service.box;
     state::modRegistry& registry = service.registry;
     state::modServiceCom& channel = service.channel;
     shell::ProcessState state;
     localisation::LanguageText language{"TW"};
-    shell::LanguageChange change{service.platform, language, state, registry, channel};
     RecordingMainView view;
+    shell::LanguageChange change{service.platform, language, state, registry, channel, view};
 };
 
 // The service carries the write out: its log holds its start and nothing it failed at, and
@@ -80,7 +80,7 @@ TEST_F(LanguageChangeTest, SaveLanguageStoresThroughTheService) {
 }
 
 TEST_F(LanguageChangeTest, TheWindowGetsTheNewWordsAndTheChoiceIsStored) {
-    ASSERT_TRUE(change.changeLanguage("de", view));
+    ASSERT_TRUE(change.changeLanguage("de"));
     ASSERT_EQ(view.calls.size(), 4);
     EXPECT_EQ(view.calls.mid(0, 3), (QStringList{"captions", "texts", "menus"}));
     EXPECT_EQ(view.calls[3], "tray:" + view.texts.trayTip);
@@ -96,9 +96,9 @@ TEST_F(LanguageChangeTest, TheWindowGetsTheNewWordsAndTheChoiceIsStored) {
 // A language without its file: the message keeps its misspelling, the text in memory counts
 // as stale and nothing is stored.
 TEST_F(LanguageChangeTest, AFailedReloadIsShownAndStopsTheChange) {
-    ASSERT_TRUE(change.changeLanguage("en", view));
+    ASSERT_TRUE(change.changeLanguage("en"));
     view.calls.clear();
-    EXPECT_FALSE(change.changeLanguage("fr", view));
+    EXPECT_FALSE(change.changeLanguage("fr"));
     ASSERT_EQ(box.shown.size(), 1u);
     EXPECT_EQ(box.shown[0].text,
               "Error loading the language filee: Error in function LoadUTF8IniFile: File "
@@ -111,7 +111,7 @@ TEST_F(LanguageChangeTest, AFailedReloadIsShownAndStopsTheChange) {
 
 TEST_F(LanguageChangeTest, FailedCaptionsOrMenusStopTheChange) {
     view.captionsError = "App Section TW-TW_frmMain is missing or has no data";
-    EXPECT_FALSE(change.changeLanguage("de", view));
+    EXPECT_FALSE(change.changeLanguage("de"));
     EXPECT_EQ(box.shown.back().text,
               "InitForm Error: App Section TW-TW_frmMain is missing or has no data");
     EXPECT_EQ(view.calls, QStringList{"captions"});
@@ -119,7 +119,7 @@ TEST_F(LanguageChangeTest, FailedCaptionsOrMenusStopTheChange) {
     view.captionsError.clear();
     view.menus = 0;
     view.calls.clear();
-    EXPECT_FALSE(change.changeLanguage("de", view));
+    EXPECT_FALSE(change.changeLanguage("de"));
     EXPECT_EQ(box.shown.back().text, "CreateMenus Error: no menu line");
     EXPECT_EQ(view.calls, (QStringList{"captions", "texts", "menus", "end"}));
     EXPECT_EQ(state::GetStoredLanguage(registry, key()), "");

@@ -13,7 +13,6 @@
 #include "platform/portable/MachineFacts.h"
 #include "service/ServiceControl.h"
 #include "setup/ProductInstall.h"
-#include "core/AnsiText.h"
 #include "state/ProductNames.h"
 #include "state/modRegistry.h"
 #include "support/TestMachine.h"

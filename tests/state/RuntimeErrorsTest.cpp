@@ -20,8 +20,7 @@ protected:
     testing_support::TestMachine& machine = recording.test;
     testing_support::RecordingMessageBox& box = recording.box;
     modSettings settings{machine.platform()};
-    bool debugMode = false;
-    RuntimeErrors errors{machine.platform(), settings, debugMode};
+    RuntimeErrors errors{machine.platform(), settings};
 };
 
 // Outside debug mode the user sees nothing; the text comes back without line ends when the
@@ -50,7 +49,7 @@ TEST_F(RuntimeErrorsTest, VerboseAndDebugShowTheFault) {
     RuntimeError error = fault();
     errors.ReportRuntimeError(error, "SendToService", "", nullptr);
     unsetenv("TWVerbose");
-    debugMode = true;
+    errors.setDebugMode(true);
     error = fault();
     errors.ReportRuntimeError(error, "FreezeDelay", "reading Wait", nullptr);
     ASSERT_EQ(box.shown.size(), 2u);

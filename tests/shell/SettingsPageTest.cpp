@@ -4,13 +4,15 @@
 
 #include <map>
 
+#include "shell/SettingsPage.h"
 #include "state/ProductNames.h"
-#include "state/SettingsPage.h"
 #include "support/TestMachine.h"
 
 namespace {
 
 using namespace state;
+using shell::SettingsPage;
+using shell::SettingsView;
 
 class RecordingChannel final : public ServiceChannel {
 public:

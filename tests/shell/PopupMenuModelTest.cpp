@@ -2,12 +2,12 @@
 
 #include <QStringList>
 
-#include "state/PopupMenuModel.h"
+#include "shell/PopupMenuModel.h"
 
 namespace {
 
-using state::PopupMenuModel;
-namespace flag = state::menuflag;
+using shell::PopupMenuModel;
+namespace flag = shell::menuflag;
 
 // "id:text:flags" for each entry, so a whole menu compares in one line.
 QStringList describe(const PopupMenuModel& model, const QString& name) {
