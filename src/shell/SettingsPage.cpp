@@ -1,5 +1,6 @@
 #include "shell/SettingsPage.h"
 
+#include "core/BasicNumber.h"
 #include "state/ProductNames.h"
 #include "state/ServiceCommands.h"
 
@@ -9,11 +10,16 @@ namespace product = state::product;
 namespace setting = state::setting;
 
 SettingsPage::SettingsPage(state::modSettings& settings, state::modRegistry& registry,
-                           state::ServiceChannel& service, SettingsView& view, const bool& loading,
+                           state::ServiceChannel& service, state::ActivityLog& log,
+                           const localisation::LanguageText& language,
+                           const state::UniMessageBox& box, SettingsView& view, const bool& loading,
                            QString programFolder, QString programName)
     : settings_(settings),
       registry_(registry),
       service_(service),
+      log_(log),
+      language_(language),
+      box_(box),
       view_(view),
       loading_(loading),
       programFolder_(std::move(programFolder)),
@@ -65,6 +71,27 @@ void SettingsPage::chkStartWithWin_Click(bool on) {
     }
     settings_.WriteSetting(setting::RunOnStartup, on ? "1" : "0");
     sendRunValue(on);
+}
+
+void SettingsPage::txtLogSize_Change(const QString& text) {
+    if (loading_) {
+        return;
+    }
+    settings_.WriteSetting(setting::MaximumLogSize, text);
+    if (!core::isNumeric(text)) {
+        view_.setLogSize(QLatin1String(setting::MaximumLogSizeDefault));
+    }
+}
+
+void SettingsPage::lblCmdClearLog_Click() {
+    if (box_.UniMsgBox(language_.GetStrLocValue(QStringLiteral("strLoc_SH_SureClearLogFile")),
+                       platform::mbstyle::YesNo) == platform::mbresult::Yes) {
+        log_.clear();
+    }
+}
+
+void SettingsPage::lblCmdViewLog_Click() {
+    view_.showLogFile(log_.path());
 }
 
 }  // namespace shell

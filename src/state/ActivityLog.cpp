@@ -39,23 +39,10 @@ void ActivityLog::ClearLargeLogfile() {
     }
 }
 
-void ActivityLog::txtLogSize_Change(const QString& text,
-                                    const std::function<void(const QString&)>& setBox) {
-    settings_.WriteSetting(setting::MaximumLogSize, text);
-    if (!core::isNumeric(text)) {
-        setBox(QLatin1String(setting::MaximumLogSizeDefault));
-    }
-}
-
-void ActivityLog::lblCmdClearLog_Click(ActivityLogView& view) {
-    if (view.confirmClearLog() &&
-        platform_.files.FileExists(core::toAnsi(platform_.codePage, path_))) {
+void ActivityLog::clear() {
+    if (platform_.files.FileExists(core::toAnsi(platform_.codePage, path_))) {
         empty();
     }
-}
-
-void ActivityLog::lblCmdViewLog_Click(ActivityLogView& view) {
-    view.showLogFile(path_);
 }
 
 }  // namespace state

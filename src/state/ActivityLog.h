@@ -6,16 +6,6 @@
 
 namespace state {
 
-// What the log's two links on the settings page need of the page.
-class ActivityLogView {
-public:
-    virtual ~ActivityLogView() = default;
-    // Asks strLoc_SH_SureClearLogFile with Yes and No; true for Yes.
-    virtual bool confirmClearLog() = 0;
-    // Opens the log file in the user's viewer.
-    virtual void showLogFile(const QString& path) = 0;
-};
-
 // <data folder>Tallowick Log.txt: what the program did, for the user. Each line is appended at
 // the moment of the action, in the system code page with CR LF, and only while LogAllActivity
 // is 1. There is no rotation: a log over its limit is emptied.
@@ -30,11 +20,8 @@ public:
     // With ClearLargeLogfile 1, a log of MaximumLogSize megabytes or more is emptied.
     void ClearLargeLogfile();
 
-    // The text box of the limit, outside the loading state: stores the text as typed; text
-    // that is not a number puts "2" back into the box.
-    void txtLogSize_Change(const QString& text, const std::function<void(const QString&)>& setBox);
-    void lblCmdClearLog_Click(ActivityLogView& view);
-    void lblCmdViewLog_Click(ActivityLogView& view);
+    // Empties the log when there is one.
+    void clear();
 
 private:
     void empty();

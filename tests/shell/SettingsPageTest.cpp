@@ -6,6 +6,7 @@
 
 #include "shell/SettingsPage.h"
 #include "state/ProductNames.h"
+#include "support/RecordingMessageBox.h"
 #include "support/TestMachine.h"
 
 namespace {
@@ -13,6 +14,8 @@ namespace {
 using namespace state;
 using shell::SettingsPage;
 using shell::SettingsView;
+
+const std::string kLog = "C:\\ProgramData\\Tallowick\\Tallowick Log.txt";
 
 class RecordingChannel final : public ServiceChannel {
 public:
@@ -30,12 +33,14 @@ public:
     void setLogSize(const QString& text) override { logSize = text; }
     void setSchedulerAction(const QString& action) override { schedulerAction = action; }
     void setActivateLiveUpdate(bool on) override { liveUpdate = on; }
+    void showLogFile(const QString& path) override { shownLog = path; }
 
     std::optional<bool> startWithWindows;
     std::map<int, bool> boxes;
     QString logSize;
     QString schedulerAction;
     std::optional<bool> liveUpdate;
+    QString shownLog;
 };
 
 class SettingsPageTest : public ::testing::Test {
@@ -49,13 +54,19 @@ protected:
         registry.SetStringValue(product::runKey(), product::name(), data);
     }
 
+    testing_support::RecordingMessageBox box;
     testing_support::TestMachine machine;
+    const UniMessageBox messages{box, "Tallowick"};
     modSettings settings{machine.platform()};
+    ActivityLog log{machine.platform(), settings, QString::fromStdString(kLog)};
+    localisation::LanguageText language{"TW"};
     modRegistry registry{machine.platform()};
     RecordingChannel channel;
     RecordingView view;
     bool loading = false;
-    SettingsPage page{settings,    registry, channel, view, loading, "C:\\Program Files\\Tallowick",
+    SettingsPage page{settings,    registry, channel,
+                      log,         language, messages,
+                      view,        loading,  "C:\\Program Files\\Tallowick",
                       "Tallo-wick"};
 };
 
@@ -112,6 +123,28 @@ TEST_F(SettingsPageTest, ClicksStoreAtOnceOutsideLoading) {
                                "|Tallowick|\"C:\\Program Files\\Tallowick\\Tallo-wick.Exe\" /boot",
                            "RegDeleteVal|" + run + "|Tallowick"}));
     EXPECT_EQ(settings.ReadSetting(setting::RunOnStartup, "x"), "0");
+}
+
+// The limit's box stores what is typed and puts the default back for text that is no number;
+// the log's links empty it only after a Yes, and show it.
+TEST_F(SettingsPageTest, TheLogsBoxAndLinks) {
+    page.txtLogSize_Change("5");
+    EXPECT_EQ(view.logSize, "");
+    page.txtLogSize_Change("five");
+    EXPECT_EQ(settings.ReadSetting(setting::MaximumLogSize, "2"), "five");
+    EXPECT_EQ(view.logSize, "2");
+
+    machine.placeFile(kLog, "old\r\n");
+    box.answer = platform::mbresult::No;
+    page.lblCmdClearLog_Click();
+    EXPECT_EQ(machine.platform().files.readFile(kLog), "old\r\n");
+    box.answer = platform::mbresult::Yes;
+    page.lblCmdClearLog_Click();
+    EXPECT_EQ(machine.platform().files.readFile(kLog), "");
+    ASSERT_EQ(box.shown.size(), 2u);
+    EXPECT_EQ(box.shown[0].style, platform::mbstyle::YesNo);
+    page.lblCmdViewLog_Click();
+    EXPECT_EQ(view.shownLog, QString::fromStdString(kLog));
 }
 
 }  // namespace

@@ -9,18 +9,6 @@ using namespace state;
 
 const std::string kLog = "C:\\ProgramData\\Tallowick\\Tallowick Log.txt";
 
-class RecordingLogView final : public ActivityLogView {
-public:
-    bool confirmClearLog() override {
-        ++asked;
-        return answer;
-    }
-    void showLogFile(const QString& path) override { shown = path; }
-    bool answer = true;
-    int asked = 0;
-    QString shown;
-};
-
 class ActivityLogTest : public ::testing::Test {
 protected:
     ActivityLogTest() {
@@ -64,30 +52,6 @@ TEST_F(ActivityLogTest, ALogAtItsLimitIsEmptied) {
     settings.WriteSetting(setting::ClearLargeLogfile, "1");
     activity.ClearLargeLogfile();
     EXPECT_EQ(log(), "");
-}
-
-// The size box stores what is typed; text that is not a number puts "2" back in the box.
-TEST_F(ActivityLogTest, TheSizeBoxStoresAsTypedAndResetsText) {
-    QString box;
-    activity.txtLogSize_Change("5", [&box](const QString& text) { box = text; });
-    EXPECT_EQ(box, "");
-    activity.txtLogSize_Change("five", [&box](const QString& text) { box = text; });
-    EXPECT_EQ(settings.ReadSetting(setting::MaximumLogSize, "2"), "five");
-    EXPECT_EQ(box, "2");
-}
-
-TEST_F(ActivityLogTest, TheLinksClearAfterAYesAndShowTheFile) {
-    machine.placeFile(kLog, "old\r\n");
-    RecordingLogView view;
-    view.answer = false;
-    activity.lblCmdClearLog_Click(view);
-    EXPECT_EQ(log(), "old\r\n");
-    view.answer = true;
-    activity.lblCmdClearLog_Click(view);
-    EXPECT_EQ(log(), "");
-    EXPECT_EQ(view.asked, 2);
-    activity.lblCmdViewLog_Click(view);
-    EXPECT_EQ(view.shown, QString::fromStdString(kLog));
 }
 
 }  // namespace
