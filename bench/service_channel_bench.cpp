@@ -15,6 +15,7 @@
 #include "platform/portable/Machine.h"
 #include "service/ServiceControl.h"
 #include "state/ProductNames.h"
+#include "state/ServiceCommands.h"
 #include "state/modServiceCom.h"
 
 namespace {
@@ -37,8 +38,8 @@ void BM_SendRoundTrip(benchmark::State& state) {
     int i = 0;
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
-        channel.program->channel.SendToService("RegSetString|" + key() + "|Bench|" +
-                                               QString::number(++i));
+        channel.program->channel.SendToService(
+            state::servicecommand::RegSetString(key(), "Bench", QString::number(++i)));
         benchmark::DoNotOptimize(channel.program->registry.GetStringValue(key(), "Bench"));
         milliseconds.push_back(
             std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
@@ -59,8 +60,8 @@ void BM_WaitCpu(benchmark::State& state) {
     channel.program->registry.SetStringValue(key(), "Install", "1");
     for (auto _ : state) {
         service::stopProductService(platform);
-        channel.program->channel.WriteServiceFile(kCommandFile,
-                                                  "RegSetString|" + key() + "|Held|1");
+        channel.program->channel.WriteServiceFile(
+            kCommandFile, state::servicecommand::RegSetString(key(), "Held", "1"));
         std::thread starter([&channel] {
             std::this_thread::sleep_for(std::chrono::seconds(1));
             std::string problems;
@@ -69,7 +70,8 @@ void BM_WaitCpu(benchmark::State& state) {
         });
         const auto wallStart = std::chrono::steady_clock::now();
         const double cpuStart = threadCpuSeconds();
-        channel.program->channel.SendToService("RegSetString|" + key() + "|After|1");
+        channel.program->channel.SendToService(
+            state::servicecommand::RegSetString(key(), "After", "1"));
         const double cpu = threadCpuSeconds() - cpuStart;
         const double wall =
             std::chrono::duration<double>(std::chrono::steady_clock::now() - wallStart).count();
