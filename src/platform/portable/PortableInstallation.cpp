@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "platform/FileSystem.h"
+#include "platform/FolderCopy.h"
 
 namespace platform::portable {
 
@@ -20,44 +21,28 @@ bool replaceFile(const fs::path& source, const fs::path& target) {
     return fs::copy_file(source, target, error);
 }
 
-long fail(std::string* problem, const std::string& reason) {
-    if (problem != nullptr) {
-        *problem = reason;
-    }
-    return -1;
-}
-
 }  // namespace
 
 long PortableInstallation::copyFolderIn(const std::string& hostFolder, const std::string& winFolder,
                                         std::string* problem) {
     if (!paths_.createFolders(winFolder)) {
-        return fail(problem, winFolder + ": cannot be made");
-    }
-    const fs::path source(hostFolder);
-    std::error_code error;
-    if (!fs::is_directory(source, error)) {
-        return 0;
-    }
-    long copied = 0;
-    for (fs::recursive_directory_iterator entry(source, error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::error_code typeError;
-        if (!entry->is_regular_file(typeError)) {
-            continue;
+        if (problem != nullptr) {
+            *problem = winFolder + ": cannot be made";
         }
-        std::string winPath = winFolder;
-        for (const auto& element : entry->path().lexically_relative(source)) {
-            winPath += '\\' + paths_.ansiName(element);
-        }
-        const bool folderMade = paths_.createFolders(GetParentFolderName(winPath)).has_value();
-        const auto target = folderMade ? paths_.target(winPath) : std::nullopt;
-        if (!target || !replaceFile(entry->path(), *target)) {
-            return fail(problem, entry->path().string() + ": cannot be copied to " + winPath);
-        }
-        ++copied;
+        return -1;
     }
-    return error ? fail(problem, hostFolder + ": " + error.message()) : copied;
+    return copyEachFile(
+        hostFolder,
+        [&](const fs::path& file, const fs::path& relative) {
+            std::string winPath = winFolder;
+            for (const auto& element : relative) {
+                winPath += '\\' + paths_.ansiName(element);
+            }
+            const bool folderMade = paths_.createFolders(GetParentFolderName(winPath)).has_value();
+            const auto target = folderMade ? paths_.target(winPath) : std::nullopt;
+            return target && replaceFile(file, *target);
+        },
+        problem);
 }
 
 Installation::Mapped PortableInstallation::mapProgram(const std::string& winProgram,

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/FolderCopy.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/WindowsApi.h"
 
@@ -20,43 +21,28 @@ fs::path windowsPath(const std::string& ansi) {
     return fs::path(toWide(CP_ACP, ansi));
 }
 
-long fail(std::string* problem, const std::string& reason) {
-    if (problem != nullptr) {
-        *problem = reason;
-    }
-    return -1;
-}
-
 }  // namespace
 
 long Win32Installation::copyFolderIn(const std::string& hostFolder, const std::string& winFolder,
                                      std::string* problem) {
-    const fs::path source = hostPath(hostFolder);
     const fs::path target = windowsPath(winFolder);
     std::error_code error;
     fs::create_directories(target, error);
     if (error) {
-        return fail(problem, winFolder + ": cannot be made");
-    }
-    if (!fs::is_directory(source, error)) {
-        return 0;
-    }
-    long copied = 0;
-    for (fs::recursive_directory_iterator entry(source, error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::error_code typeError;
-        if (!entry->is_regular_file(typeError)) {
-            continue;
+        if (problem != nullptr) {
+            *problem = winFolder + ": cannot be made";
         }
-        const fs::path destination = target / entry->path().lexically_relative(source);
-        fs::create_directories(destination.parent_path(), error);
-        if (error || !fs::copy_file(entry->path(), destination,
-                                    fs::copy_options::overwrite_existing, error)) {
-            return fail(problem, hostFolder + ": a file cannot be copied to " + winFolder);
-        }
-        ++copied;
+        return -1;
     }
-    return error ? fail(problem, hostFolder + ": " + error.message()) : copied;
+    return copyEachFile(
+        hostPath(hostFolder),
+        [&target](const fs::path& file, const fs::path& relative) {
+            std::error_code copyError;
+            fs::create_directories((target / relative).parent_path(), copyError);
+            return !copyError && fs::copy_file(file, target / relative,
+                                               fs::copy_options::overwrite_existing, copyError);
+        },
+        problem);
 }
 
 Installation::Mapped Win32Installation::mapProgram(const std::string& winProgram,
