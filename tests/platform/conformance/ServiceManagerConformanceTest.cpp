@@ -7,8 +7,8 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "ConformanceServices.h"
@@ -16,32 +16,9 @@
 
 namespace {
 
-using platform::EnumServiceStatus;
-using platform::kEnumServiceStatusSize;
-namespace serviceenum = platform::serviceenum;
-namespace servicestate = platform::servicestate;
-namespace servicestatus = platform::servicestatus;
-namespace servicetype = platform::servicetype;
-namespace status = platform::status;
+using namespace platform;
 
 const std::string kName = conformance::kServiceName;
-
-std::optional<EnumServiceStatus> findTestService(const std::vector<EnumServiceStatus>& listed) {
-    const auto found = std::find_if(listed.begin(), listed.end(), [](const auto& service) {
-        return service.serviceName == kName;
-    });
-    return found == listed.end() ? std::nullopt : std::optional(*found);
-}
-
-// The room a list takes: each record's fixed part and both names with their terminators.
-std::uint32_t roomFor(const std::vector<EnumServiceStatus>& listed) {
-    std::uint32_t room = 0;
-    for (const auto& service : listed) {
-        room += kEnumServiceStatusSize + std::uint32_t(service.serviceName.size() + 1) +
-                std::uint32_t(service.displayName.size() + 1);
-    }
-    return room;
-}
 
 class ServiceManagerConformance : public ::testing::Test {
 protected:
@@ -51,8 +28,7 @@ protected:
             GTEST_SKIP() << "needs the right to install a service";
         }
         ASSERT_EQ(
-            services().OpenSCManagerA(
-                platform::scmaccess::Connect | platform::scmaccess::EnumerateService, &manager),
+            services().OpenSCManagerA(scmaccess::Connect | scmaccess::EnumerateService, &manager),
             status::Success);
     }
     void TearDown() override {
@@ -61,9 +37,9 @@ protected:
         }
     }
 
-    platform::ServiceManager& services() { return machine->platform().services; }
+    ServiceManager& services() { return machine->platform().services; }
 
-    // The services of a state as the program asks for them: the room first, then the list.
+    // The services of the states as the program asks for them: the room first, then the list.
     // Services of the computer may change their state between the two calls.
     std::vector<EnumServiceStatus> list(std::uint32_t states,
                                         std::uint32_t types = servicetype::Win32) {
@@ -77,47 +53,56 @@ protected:
         EXPECT_EQ(result, status::Success);
         return listed;
     }
-    // The state the list shows for the test service; 0 when it is not listed.
-    std::uint32_t testServiceState() {
-        const auto service = findTestService(list(serviceenum::All));
-        return service ? service->currentState : 0;
+
+    // The state of the test service in the list of the states; 0 when it is not listed.
+    std::uint32_t stateIn(std::uint32_t states, std::uint32_t types = servicetype::Win32) {
+        const auto listed = list(states, types);
+        const auto found = std::find_if(listed.begin(), listed.end(), [](const auto& service) {
+            return service.serviceName == kName;
+        });
+        return found == listed.end() ? 0 : found->currentState;
     }
-    bool listedIn(std::uint32_t states) { return findTestService(list(states)).has_value(); }
+
+    // The test service's state, and whether the active and the inactive services list it.
+    std::tuple<std::uint32_t, bool, bool> where() {
+        return {stateIn(serviceenum::All), stateIn(serviceenum::Active) != 0,
+                stateIn(serviceenum::Inactive) != 0};
+    }
 
     std::unique_ptr<conformance::ServiceMachine> machine;
-    platform::ScHandle manager = 0;
+    ScHandle manager = 0;
 };
 
 // Listed stopped among the computer's own services. A buffer short by a single byte gets the
-// room the whole list needs and no record; the exact room gets them all.
+// room the whole list needs (each record's fixed part and both names with their terminators)
+// and no record; the exact room gets them all.
 TEST_F(ServiceManagerConformance, ListsTheInstalledServiceStoppedInTheRoomItTells) {
     const auto all = list(serviceenum::All);
-    const auto service = findTestService(all);
-    ASSERT_TRUE(service.has_value());
-    EXPECT_EQ(service->displayName, conformance::kServiceDisplayName);
-    EXPECT_EQ(service->serviceType, servicetype::OwnProcess);
-    EXPECT_EQ(service->currentState, servicestate::Stopped);
-    EXPECT_TRUE(listedIn(serviceenum::Inactive));
-    EXPECT_FALSE(listedIn(serviceenum::Active));
-    EXPECT_FALSE(findTestService(list(serviceenum::All, servicetype::ShareProcess)));
+    const auto service = std::find_if(all.begin(), all.end(),
+                                      [](const auto& each) { return each.serviceName == kName; });
+    ASSERT_NE(service, all.end());
+    EXPECT_EQ(std::pair(service->displayName, service->serviceType),
+              std::pair(std::string(conformance::kServiceDisplayName), servicetype::OwnProcess));
+    EXPECT_EQ(where(), std::tuple(servicestate::Stopped, false, true));
+    EXPECT_EQ(stateIn(serviceenum::All, servicetype::ShareProcess), 0u);
 
-    const std::uint32_t room = roomFor(all);
-    for (const std::uint32_t offered : {0u, room - 1}) {
+    std::uint32_t room = 0;
+    for (const auto& each : all) {
+        room += kEnumServiceStatusSize +
+                std::uint32_t(each.serviceName.size() + each.displayName.size() + 2);
+    }
+    for (const std::uint32_t offered : {0u, room - 1, room}) {
         std::vector<EnumServiceStatus> listed;
         std::uint32_t needed = 0;
-        EXPECT_EQ(services().EnumServicesStatusA(manager, servicetype::Win32, serviceenum::All,
-                                                 offered, &listed, &needed),
-                  status::MoreData);
-        EXPECT_EQ(needed, room);
-        EXPECT_TRUE(listed.empty());
+        const long result = services().EnumServicesStatusA(
+            manager, servicetype::Win32, serviceenum::All, offered, &listed, &needed);
+        if (offered < room) {
+            EXPECT_EQ(std::tuple(result, needed, listed.size()),
+                      std::tuple(status::MoreData, room, size_t(0)));
+        } else {
+            EXPECT_EQ(std::pair(result, listed.size()), std::pair(status::Success, all.size()));
+        }
     }
-    std::vector<EnumServiceStatus> listed;
-    std::uint32_t needed = 0;
-    ASSERT_EQ(services().EnumServicesStatusA(manager, servicetype::Win32, serviceenum::All, room,
-                                             &listed, &needed),
-              status::Success);
-    EXPECT_EQ(listed.size(), all.size());
-    EXPECT_TRUE(findTestService(listed));
 }
 
 // A service runs once, whatever the case of its name; a stop ends only a running one, and
@@ -126,16 +111,12 @@ TEST_F(ServiceManagerConformance, StartRunsTheServiceOnceAndStopEndsIt) {
     EXPECT_EQ(services().stopService(manager, kName), servicestatus::NotActive);
     for (int run = 0; run < 2; ++run) {
         ASSERT_EQ(services().startService(manager, kName), status::Success);
-        EXPECT_EQ(testServiceState(), servicestate::Running);
-        EXPECT_TRUE(listedIn(serviceenum::Active));
-        EXPECT_FALSE(listedIn(serviceenum::Inactive));
+        EXPECT_EQ(where(), std::tuple(servicestate::Running, true, false));
         EXPECT_EQ(services().startService(manager, kName), servicestatus::AlreadyRunning);
-        EXPECT_EQ(services().startService(manager, conformance::upperCase(kName)),
+        EXPECT_EQ(services().startService(manager, conformance::inCase(kName, true)),
                   servicestatus::AlreadyRunning);
-
         ASSERT_EQ(services().stopService(manager, kName), status::Success);
-        EXPECT_EQ(testServiceState(), servicestate::Stopped);
-        EXPECT_TRUE(listedIn(serviceenum::Inactive));
+        EXPECT_EQ(where(), std::tuple(servicestate::Stopped, false, true));
         EXPECT_EQ(services().stopService(manager, kName), servicestatus::NotActive);
     }
     const std::string unknown = kName + " That Is Not Installed";
@@ -151,7 +132,7 @@ TEST_F(ServiceManagerConformance, SecondProcessCannotRunARunningService) {
                   kName, [&bodyRan](const std::atomic<bool>&) { bodyRan = true; }),
               servicestatus::AlreadyRunning);
     EXPECT_FALSE(bodyRan);
-    EXPECT_EQ(testServiceState(), servicestate::Running);
+    EXPECT_EQ(stateIn(serviceenum::All), servicestate::Running);
 }
 
 }  // namespace
