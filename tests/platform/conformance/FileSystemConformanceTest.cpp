@@ -1,17 +1,12 @@
 // Files and folders as Windows finds them, and the FileSystemObject's path texts.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <tuple>
-
 #include "ConformanceTest.h"
 
 namespace {
 
+using namespace conformance;
 namespace fileattr = platform::fileattr;
-using conformance::at;
 
-class FileSystemConformance : public conformance::ConformanceTest {
+class FileSystemConformance : public ConformanceTest {
 protected:
     void SetUp() override {
         ConformanceTest::SetUp();
@@ -21,45 +16,39 @@ protected:
 };
 
 // Windows finds files and folders without regard to case, and tells files from folders. A
-// malformed path does not exist: forbidden characters, wildcards, relative or UNC paths.
-TEST_F(FileSystemConformance, ExistenceIgnoresCaseAndTellsFilesFromFolders) {
+// malformed path does not exist: forbidden characters, wildcards, relative or UNC paths. A
+// drive's root tells its type in either case; a drive that is not there, or a folder that is
+// no root, is no root (1).
+TEST_F(FileSystemConformance, ExistenceIgnoresCaseAndTellsFilesFromFoldersAndRoots) {
     const std::string acme = at("\\Program Files\\Acme Tools");
     // A path, whether it is a file and whether a folder.
     const std::tuple<std::string, bool, bool> paths[] = {
         {at("\\PROGRAM FILES\\acme tools\\ACME.EXE"), true, false},
-        {conformance::inCase(acme + "\\Acme.exe", false), true, false},
+        {inCase(acme + "\\Acme.exe", false), true, false},
         {at("/Program Files/Acme Tools/Acme.exe"), true, false},
         {at("\\program files\\ACME TOOLS\\"), false, true},
         {acme, false, true},
-        {acme + "\\Missing.exe", false, false},
         {"C:\\", false, true},
         {acme + "\\..\\Acme Tools", false, true},
-        {"", false, false},
-        {"Acme.exe", false, false},
-        {"C:Acme.exe", false, false},
-        {"\\\\server\\share\\a.exe", false, false},
-        {at("\\Program Files\\Acme*"), false, false},
-        {acme + "\\Acme.exe,0", false, false},
-        {at("\\Program Files\\A|B\\x.exe"), false, false},
-        {at("\\Program Files\\\"Acme Tools\"\\Acme.exe"), false, false},
-        {"1:\\x", false, false}};
+        {acme + "\\Missing.exe", false, false}};
     for (const auto& [path, file, folder] : paths) {
         EXPECT_EQ(std::pair(files().FileExists(path), files().FolderExists(path)),
                   std::pair(file, folder))
             << path;
     }
-}
+    for (const std::string& path :
+         {std::string(), std::string("Acme.exe"), std::string("C:Acme.exe"),
+          std::string("\\\\server\\share\\a.exe"), at("\\Program Files\\Acme*"),
+          acme + "\\Acme.exe,0", at("\\Program Files\\A|B\\x.exe"),
+          at("\\Program Files\\\"Acme Tools\"\\Acme.exe"), std::string("1:\\x")}) {
+        EXPECT_FALSE(files().FileExists(path) || files().FolderExists(path)) << path;
+    }
 
-// A drive's root tells its type in either case; a drive that is not there, or a folder that is
-// no root, is no root (1).
-TEST_F(FileSystemConformance, DriveTypeOfRoots) {
     using namespace platform::drivetype;
-    EXPECT_EQ(files().GetDriveTypeA("C:\\"), Fixed);
-    EXPECT_EQ(files().GetDriveTypeA("c:\\"), Fixed);
-    EXPECT_EQ(files().GetDriveTypeA("Q:\\"), NoRootDir);
-    const bool anyFolder =
-        conformance::wineDiffers("GetDriveType answers for any folder, not only a root");
-    EXPECT_EQ(files().GetDriveTypeA(conformance::kFolder), anyFolder ? Fixed : NoRootDir);
+    const bool anyFolder = wineDiffers("GetDriveType answers for any folder, not only a root");
+    EXPECT_EQ(std::tuple(files().GetDriveTypeA("C:\\"), files().GetDriveTypeA("c:\\"),
+                         files().GetDriveTypeA("Q:\\"), files().GetDriveTypeA(kFolder)),
+              std::tuple(Fixed, Fixed, NoRootDir, anyFolder ? Fixed : NoRootDir));
 }
 
 // Dir answers the first matching name as stored; folders only when asked for.
@@ -71,8 +60,7 @@ TEST_F(FileSystemConformance, DirFindsNamesAsStored) {
     EXPECT_EQ(dir("\\Program Files\\Acme Tools\\*.TXT"), "readme.txt");
     EXPECT_EQ(dir("\\Program Files\\Acme Tools\\*.*"), "Acme.exe");
     EXPECT_EQ(dir("\\Program Files\\Acme Tools\\"), "Acme.exe");
-    EXPECT_EQ(dir("\\Program Files\\Acme ?ools\\x.exe"), "");
-    EXPECT_EQ(dir("\\Program Files\\Acme Tools"), "");
+    EXPECT_EQ(dir("\\Program Files\\Acme ?ools\\x.exe") + dir("\\Program Files\\Acme Tools"), "");
     EXPECT_EQ(dir("\\Program Files\\Acme Tools",
                   fileattr::Hidden | fileattr::System | fileattr::Directory),
               "Acme Tools");
@@ -83,8 +71,8 @@ TEST_F(FileSystemConformance, DirFindsNamesAsStored) {
 // bytes, found without regard to case; a write needs the folder, an append makes a missing
 // file.
 TEST_F(FileSystemConformance, FoldersAreMadeOneByOneAndFilesReadBackWhatWasWritten) {
-    EXPECT_TRUE(files().MkDir(at("\\ProgramData")));
-    EXPECT_TRUE(files().MkDir(at("\\ProgramData\\Tallowick")));
+    EXPECT_TRUE(files().MkDir(at("\\ProgramData")) &&
+                files().MkDir(at("\\ProgramData\\Tallowick")));
     EXPECT_TRUE(files().FolderExists(at("\\PROGRAMDATA\\TALLOWICK")));
     EXPECT_FALSE(files().MkDir(at("\\ProgramData\\Tallowick")));
     EXPECT_FALSE(files().MkDir(at("\\ProgramData\\Missing\\Tallowick")));
@@ -93,8 +81,8 @@ TEST_F(FileSystemConformance, FoldersAreMadeOneByOneAndFilesReadBackWhatWasWritt
     ASSERT_TRUE(files().writeFile(at("\\data.bin"), bytes));
     EXPECT_EQ(holds({"\\DATA.BIN", "\\data.bin", "\\none.bin"}), bytes + "|" + bytes + "|-");
     EXPECT_FALSE(files().writeFile(at("\\Missing\\data.bin"), bytes));
-    ASSERT_TRUE(files().appendFile(at("\\DATA.BIN"), "more"));
-    ASSERT_TRUE(files().appendFile(at("\\new.txt"), "first"));
+    ASSERT_TRUE(files().appendFile(at("\\DATA.BIN"), "more") &&
+                files().appendFile(at("\\new.txt"), "first"));
     EXPECT_EQ(holds({"\\data.bin", "\\new.txt"}), bytes + "more|first");
 }
 
@@ -114,8 +102,8 @@ TEST(PathTextConformance, ParentFolderAndFileName) {
         {"C:\\A\\\\b.exe", "C:\\A", "b.exe"},
         {"\\\\server\\share\\x", "\\\\server\\share", "x"}};
     for (const auto& [path, parent, name] : paths) {
-        EXPECT_EQ(std::pair(platform::GetParentFolderName(path), platform::GetFileName(path)),
-                  std::pair(std::string(parent), std::string(name)))
+        EXPECT_EQ(platform::GetParentFolderName(path) + "|" + platform::GetFileName(path),
+                  std::string(parent) + "|" + name)
             << path;
     }
 }

@@ -1,29 +1,21 @@
 // The service control manager as the program uses it: the list of services with their states,
 // the room that list takes, and starting and stopping a service. The suite installs a service
 // of its own; a real computer lists others beside it.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <atomic>
-#include <cstdint>
-#include <memory>
-#include <string>
-#include <tuple>
-#include <vector>
 
 #include "ConformanceServices.h"
 #include "ConformanceTest.h"
 
 namespace {
 
+using namespace conformance;
 using namespace platform;
-
-const std::string kName = conformance::kServiceName;
 
 class ServiceManagerConformance : public ::testing::Test {
 protected:
     void SetUp() override {
-        machine = conformance::newServiceMachine();
+        machine = newServiceMachine();
         if (!machine) {
             GTEST_SKIP() << "needs the right to install a service";
         }
@@ -54,22 +46,25 @@ protected:
         return listed;
     }
 
-    // The state of the test service in the list of the states; 0 when it is not listed.
-    std::uint32_t stateIn(std::uint32_t states, std::uint32_t types = servicetype::Win32) {
-        const auto listed = list(states, types);
-        const auto found = std::find_if(listed.begin(), listed.end(), [](const auto& service) {
-            return service.serviceName == kName;
-        });
-        return found == listed.end() ? 0 : found->currentState;
+    // The test service as the list of the states shows it; nothing when it is not listed.
+    std::optional<EnumServiceStatus> find(std::uint32_t states,
+                                          std::uint32_t types = servicetype::Win32) {
+        for (const auto& service : list(states, types)) {
+            if (service.serviceName == kServiceName) {
+                return service;
+            }
+        }
+        return std::nullopt;
     }
 
     // The test service's state, and whether the active and the inactive services list it.
     std::tuple<std::uint32_t, bool, bool> where() {
-        return {stateIn(serviceenum::All), stateIn(serviceenum::Active) != 0,
-                stateIn(serviceenum::Inactive) != 0};
+        const auto service = find(serviceenum::All);
+        return {service ? service->currentState : 0, find(serviceenum::Active).has_value(),
+                find(serviceenum::Inactive).has_value()};
     }
 
-    std::unique_ptr<conformance::ServiceMachine> machine;
+    std::unique_ptr<ServiceMachine> machine;
     ScHandle manager = 0;
 };
 
@@ -77,15 +72,14 @@ protected:
 // room the whole list needs (each record's fixed part and both names with their terminators)
 // and no record; the exact room gets them all.
 TEST_F(ServiceManagerConformance, ListsTheInstalledServiceStoppedInTheRoomItTells) {
-    const auto all = list(serviceenum::All);
-    const auto service = std::find_if(all.begin(), all.end(),
-                                      [](const auto& each) { return each.serviceName == kName; });
-    ASSERT_NE(service, all.end());
+    const auto service = find(serviceenum::All);
+    ASSERT_TRUE(service);
     EXPECT_EQ(std::pair(service->displayName, service->serviceType),
-              std::pair(std::string(conformance::kServiceDisplayName), servicetype::OwnProcess));
+              std::pair(std::string(kServiceDisplayName), servicetype::OwnProcess));
     EXPECT_EQ(where(), std::tuple(servicestate::Stopped, false, true));
-    EXPECT_EQ(stateIn(serviceenum::All, servicetype::ShareProcess), 0u);
+    EXPECT_FALSE(find(serviceenum::All, servicetype::ShareProcess));
 
+    const auto all = list(serviceenum::All);
     std::uint32_t room = 0;
     for (const auto& each : all) {
         room += kEnumServiceStatusSize +
@@ -96,43 +90,39 @@ TEST_F(ServiceManagerConformance, ListsTheInstalledServiceStoppedInTheRoomItTell
         std::uint32_t needed = 0;
         const long result = services().EnumServicesStatusA(
             manager, servicetype::Win32, serviceenum::All, offered, &listed, &needed);
-        if (offered < room) {
-            EXPECT_EQ(std::tuple(result, needed, listed.size()),
-                      std::tuple(status::MoreData, room, size_t(0)));
-        } else {
-            EXPECT_EQ(std::pair(result, listed.size()), std::pair(status::Success, all.size()));
-        }
+        EXPECT_EQ(std::pair(result, listed.size()), offered < room
+                                                        ? std::pair(status::MoreData, size_t(0))
+                                                        : std::pair(status::Success, all.size()))
+            << offered;
+        EXPECT_TRUE(offered == room || needed == room) << offered;
     }
 }
 
 // A service runs once, whatever the case of its name; a stop ends only a running one, and
-// nothing of a run that has stopped keeps the service from starting again.
+// nothing of a run that has stopped keeps the service from starting again. The service's
+// program started by hand while the service runs does not run it a second time.
 TEST_F(ServiceManagerConformance, StartRunsTheServiceOnceAndStopEndsIt) {
-    EXPECT_EQ(services().stopService(manager, kName), servicestatus::NotActive);
-    for (int run = 0; run < 2; ++run) {
-        ASSERT_EQ(services().startService(manager, kName), status::Success);
-        EXPECT_EQ(where(), std::tuple(servicestate::Running, true, false));
-        EXPECT_EQ(services().startService(manager, kName), servicestatus::AlreadyRunning);
-        EXPECT_EQ(services().startService(manager, conformance::inCase(kName, true)),
-                  servicestatus::AlreadyRunning);
-        ASSERT_EQ(services().stopService(manager, kName), status::Success);
-        EXPECT_EQ(where(), std::tuple(servicestate::Stopped, false, true));
-        EXPECT_EQ(services().stopService(manager, kName), servicestatus::NotActive);
-    }
-    const std::string unknown = kName + " That Is Not Installed";
+    const std::string unknown = std::string(kServiceName) + " That Is Not Installed";
     EXPECT_EQ(services().startService(manager, unknown), servicestatus::DoesNotExist);
     EXPECT_EQ(services().stopService(manager, unknown), servicestatus::DoesNotExist);
-}
+    EXPECT_EQ(services().stopService(manager, kServiceName), servicestatus::NotActive);
+    for (int run = 0; run < 2; ++run) {
+        ASSERT_EQ(services().startService(manager, kServiceName), status::Success);
+        EXPECT_EQ(where(), std::tuple(servicestate::Running, true, false));
+        EXPECT_EQ(services().startService(manager, kServiceName), servicestatus::AlreadyRunning);
+        EXPECT_EQ(services().startService(manager, inCase(kServiceName, true)),
+                  servicestatus::AlreadyRunning);
+        bool bodyRan = false;
+        EXPECT_EQ(machine->secondProcess().serviceHost.runService(
+                      kServiceName, [&bodyRan](const std::atomic<bool>&) { bodyRan = true; }),
+                  servicestatus::AlreadyRunning);
+        EXPECT_FALSE(bodyRan);
+        EXPECT_EQ(where(), std::tuple(servicestate::Running, true, false));
 
-// The service's program started by hand while the service runs does not run it a second time.
-TEST_F(ServiceManagerConformance, SecondProcessCannotRunARunningService) {
-    ASSERT_EQ(services().startService(manager, kName), status::Success);
-    bool bodyRan = false;
-    EXPECT_EQ(machine->secondProcess().serviceHost.runService(
-                  kName, [&bodyRan](const std::atomic<bool>&) { bodyRan = true; }),
-              servicestatus::AlreadyRunning);
-    EXPECT_FALSE(bodyRan);
-    EXPECT_EQ(stateIn(serviceenum::All), servicestate::Running);
+        ASSERT_EQ(services().stopService(manager, kServiceName), status::Success);
+        EXPECT_EQ(where(), std::tuple(servicestate::Stopped, false, true));
+        EXPECT_EQ(services().stopService(manager, kServiceName), servicestatus::NotActive);
+    }
 }
 
 }  // namespace
