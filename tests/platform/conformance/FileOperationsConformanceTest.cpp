@@ -105,8 +105,8 @@ TEST_F(FileOperationsConformance, DeleteFolderTakesReadOnlyEntriesOnlyWithForce)
 // before the wait too; when nothing did, it answers false after its timeout.
 TEST_F(FileOperationsConformance, ChangeNotificationReportsEachChangeOnce) {
     place({{"\\Watched\\Present.txt", "x"}});
-    EXPECT_EQ(files().watchFolder(at("\\Missing")), nullptr);
-    EXPECT_EQ(files().watchFolder(at("\\Watched\\Present.txt")), nullptr);
+    EXPECT_FALSE(files().watchFolder(at("\\Missing")) ||
+                 files().watchFolder(at("\\Watched\\Present.txt")));
     const auto watch = files().watchFolder(at("\\WATCHED"));
     ASSERT_NE(watch, nullptr);
 

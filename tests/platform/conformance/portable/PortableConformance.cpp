@@ -111,11 +111,9 @@ private:
 
 std::unique_ptr<Machine> newMachine(unsigned codePage) {
     MachineFacts facts;
-    if (codePage != 0) {
-        if (!platform::portable::PortableCodePage(codePage).known()) {
-            return nullptr;
-        }
-        facts.ansiCodePage = codePage;
+    facts.ansiCodePage = codePage != 0 ? codePage : facts.ansiCodePage;
+    if (!platform::portable::PortableCodePage(facts.ansiCodePage).known()) {
+        return nullptr;
     }
     return std::make_unique<PortableConformanceMachine>(std::make_shared<TestMachine>(facts));
 }
