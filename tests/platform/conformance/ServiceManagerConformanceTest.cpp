@@ -1,58 +1,26 @@
 // The service control manager as the program uses it: the list of services with their states,
 // the room that list takes, and starting and stopping a service. The suite installs a service
 // of its own; a real computer lists others beside it.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <atomic>
-#include <cstdint>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "ConformanceServices.h"
 #include "ConformanceTest.h"
 
 namespace {
 
-using platform::EnumServiceStatus;
-using platform::kEnumServiceStatusSize;
-namespace serviceenum = platform::serviceenum;
-namespace servicestate = platform::servicestate;
-namespace servicestatus = platform::servicestatus;
-namespace servicetype = platform::servicetype;
-namespace status = platform::status;
-
-const std::string kName = conformance::kServiceName;
-
-std::optional<EnumServiceStatus> findTestService(const std::vector<EnumServiceStatus>& listed) {
-    const auto found = std::find_if(listed.begin(), listed.end(), [](const auto& service) {
-        return service.serviceName == kName;
-    });
-    return found == listed.end() ? std::nullopt : std::optional(*found);
-}
-
-// The room a list takes: each record's fixed part and both names with their terminators.
-std::uint32_t roomFor(const std::vector<EnumServiceStatus>& listed) {
-    std::uint32_t room = 0;
-    for (const auto& service : listed) {
-        room += kEnumServiceStatusSize + std::uint32_t(service.serviceName.size() + 1) +
-                std::uint32_t(service.displayName.size() + 1);
-    }
-    return room;
-}
+using namespace conformance;
+using namespace platform;
 
 class ServiceManagerConformance : public ::testing::Test {
 protected:
     void SetUp() override {
-        machine = conformance::newServiceMachine();
+        machine = newServiceMachine();
         if (!machine) {
             GTEST_SKIP() << "needs the right to install a service";
         }
         ASSERT_EQ(
-            services().OpenSCManagerA(
-                platform::scmaccess::Connect | platform::scmaccess::EnumerateService, &manager),
+            services().OpenSCManagerA(scmaccess::Connect | scmaccess::EnumerateService, &manager),
             status::Success);
     }
     void TearDown() override {
@@ -61,9 +29,9 @@ protected:
         }
     }
 
-    platform::ServiceManager& services() { return machine->platform().services; }
+    ServiceManager& services() { return machine->platform().services; }
 
-    // The services of a state as the program asks for them: the room first, then the list.
+    // The services of the states as the program asks for them: the room first, then the list.
     // Services of the computer may change their state between the two calls.
     std::vector<EnumServiceStatus> list(std::uint32_t states,
                                         std::uint32_t types = servicetype::Win32) {
@@ -77,81 +45,84 @@ protected:
         EXPECT_EQ(result, status::Success);
         return listed;
     }
-    // The state the list shows for the test service; 0 when it is not listed.
-    std::uint32_t testServiceState() {
-        const auto service = findTestService(list(serviceenum::All));
-        return service ? service->currentState : 0;
-    }
-    bool listedIn(std::uint32_t states) { return findTestService(list(states)).has_value(); }
 
-    std::unique_ptr<conformance::ServiceMachine> machine;
-    platform::ScHandle manager = 0;
+    // The test service as the list of the states shows it; nothing when it is not listed.
+    std::optional<EnumServiceStatus> find(std::uint32_t states,
+                                          std::uint32_t types = servicetype::Win32) {
+        for (const auto& service : list(states, types)) {
+            if (service.serviceName == kServiceName) {
+                return service;
+            }
+        }
+        return std::nullopt;
+    }
+
+    // The test service's state, and whether the active and the inactive services list it.
+    std::tuple<std::uint32_t, bool, bool> where() {
+        const auto service = find(serviceenum::All);
+        return {service ? service->currentState : 0, find(serviceenum::Active).has_value(),
+                find(serviceenum::Inactive).has_value()};
+    }
+
+    std::unique_ptr<ServiceMachine> machine;
+    ScHandle manager = 0;
 };
 
 // Listed stopped among the computer's own services. A buffer short by a single byte gets the
-// room the whole list needs and no record; the exact room gets them all.
+// room the whole list needs (each record's fixed part and both names with their terminators)
+// and no record; the exact room gets them all.
 TEST_F(ServiceManagerConformance, ListsTheInstalledServiceStoppedInTheRoomItTells) {
-    const auto all = list(serviceenum::All);
-    const auto service = findTestService(all);
-    ASSERT_TRUE(service.has_value());
-    EXPECT_EQ(service->displayName, conformance::kServiceDisplayName);
-    EXPECT_EQ(service->serviceType, servicetype::OwnProcess);
-    EXPECT_EQ(service->currentState, servicestate::Stopped);
-    EXPECT_TRUE(listedIn(serviceenum::Inactive));
-    EXPECT_FALSE(listedIn(serviceenum::Active));
-    EXPECT_FALSE(findTestService(list(serviceenum::All, servicetype::ShareProcess)));
+    const auto service = find(serviceenum::All);
+    ASSERT_TRUE(service);
+    EXPECT_EQ(std::pair(service->displayName, service->serviceType),
+              std::pair(std::string(kServiceDisplayName), servicetype::OwnProcess));
+    EXPECT_EQ(where(), std::tuple(servicestate::Stopped, false, true));
+    EXPECT_FALSE(find(serviceenum::All, servicetype::ShareProcess));
 
-    const std::uint32_t room = roomFor(all);
-    for (const std::uint32_t offered : {0u, room - 1}) {
+    const auto all = list(serviceenum::All);
+    std::uint32_t room = 0;
+    for (const auto& each : all) {
+        room += kEnumServiceStatusSize +
+                std::uint32_t(each.serviceName.size() + each.displayName.size() + 2);
+    }
+    for (const std::uint32_t offered : {0u, room - 1, room}) {
         std::vector<EnumServiceStatus> listed;
         std::uint32_t needed = 0;
-        EXPECT_EQ(services().EnumServicesStatusA(manager, servicetype::Win32, serviceenum::All,
-                                                 offered, &listed, &needed),
-                  status::MoreData);
-        EXPECT_EQ(needed, room);
-        EXPECT_TRUE(listed.empty());
+        const long result = services().EnumServicesStatusA(
+            manager, servicetype::Win32, serviceenum::All, offered, &listed, &needed);
+        EXPECT_EQ(std::pair(result, listed.size()), offered < room
+                                                        ? std::pair(status::MoreData, size_t(0))
+                                                        : std::pair(status::Success, all.size()))
+            << offered;
+        EXPECT_TRUE(offered == room || needed == room) << offered;
     }
-    std::vector<EnumServiceStatus> listed;
-    std::uint32_t needed = 0;
-    ASSERT_EQ(services().EnumServicesStatusA(manager, servicetype::Win32, serviceenum::All, room,
-                                             &listed, &needed),
-              status::Success);
-    EXPECT_EQ(listed.size(), all.size());
-    EXPECT_TRUE(findTestService(listed));
 }
 
 // A service runs once, whatever the case of its name; a stop ends only a running one, and
-// nothing of a run that has stopped keeps the service from starting again.
+// nothing of a run that has stopped keeps the service from starting again. The service's
+// program started by hand while the service runs does not run it a second time.
 TEST_F(ServiceManagerConformance, StartRunsTheServiceOnceAndStopEndsIt) {
-    EXPECT_EQ(services().stopService(manager, kName), servicestatus::NotActive);
-    for (int run = 0; run < 2; ++run) {
-        ASSERT_EQ(services().startService(manager, kName), status::Success);
-        EXPECT_EQ(testServiceState(), servicestate::Running);
-        EXPECT_TRUE(listedIn(serviceenum::Active));
-        EXPECT_FALSE(listedIn(serviceenum::Inactive));
-        EXPECT_EQ(services().startService(manager, kName), servicestatus::AlreadyRunning);
-        EXPECT_EQ(services().startService(manager, conformance::upperCase(kName)),
-                  servicestatus::AlreadyRunning);
-
-        ASSERT_EQ(services().stopService(manager, kName), status::Success);
-        EXPECT_EQ(testServiceState(), servicestate::Stopped);
-        EXPECT_TRUE(listedIn(serviceenum::Inactive));
-        EXPECT_EQ(services().stopService(manager, kName), servicestatus::NotActive);
-    }
-    const std::string unknown = kName + " That Is Not Installed";
+    const std::string unknown = std::string(kServiceName) + " That Is Not Installed";
     EXPECT_EQ(services().startService(manager, unknown), servicestatus::DoesNotExist);
     EXPECT_EQ(services().stopService(manager, unknown), servicestatus::DoesNotExist);
-}
+    EXPECT_EQ(services().stopService(manager, kServiceName), servicestatus::NotActive);
+    for (int run = 0; run < 2; ++run) {
+        ASSERT_EQ(services().startService(manager, kServiceName), status::Success);
+        EXPECT_EQ(where(), std::tuple(servicestate::Running, true, false));
+        EXPECT_EQ(services().startService(manager, kServiceName), servicestatus::AlreadyRunning);
+        EXPECT_EQ(services().startService(manager, inCase(kServiceName, true)),
+                  servicestatus::AlreadyRunning);
+        bool bodyRan = false;
+        EXPECT_EQ(machine->secondProcess().serviceHost.runService(
+                      kServiceName, [&bodyRan](const std::atomic<bool>&) { bodyRan = true; }),
+                  servicestatus::AlreadyRunning);
+        EXPECT_FALSE(bodyRan);
+        EXPECT_EQ(where(), std::tuple(servicestate::Running, true, false));
 
-// The service's program started by hand while the service runs does not run it a second time.
-TEST_F(ServiceManagerConformance, SecondProcessCannotRunARunningService) {
-    ASSERT_EQ(services().startService(manager, kName), status::Success);
-    bool bodyRan = false;
-    EXPECT_EQ(machine->secondProcess().serviceHost.runService(
-                  kName, [&bodyRan](const std::atomic<bool>&) { bodyRan = true; }),
-              servicestatus::AlreadyRunning);
-    EXPECT_FALSE(bodyRan);
-    EXPECT_EQ(testServiceState(), servicestate::Running);
+        ASSERT_EQ(services().stopService(manager, kServiceName), status::Success);
+        EXPECT_EQ(where(), std::tuple(servicestate::Stopped, false, true));
+        EXPECT_EQ(services().stopService(manager, kServiceName), servicestatus::NotActive);
+    }
 }
 
 }  // namespace

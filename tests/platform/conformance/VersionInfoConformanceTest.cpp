@@ -1,40 +1,31 @@
-#include <gtest/gtest.h>
-
+// The version blocks of real files of both bitnesses as the version calls give them.
 #include <algorithm>
-#include <cstring>
-#include <optional>
-#include <string>
-#include <string_view>
-#include <vector>
 
 #include "ConformanceTest.h"
 
 namespace {
 
+using namespace conformance;
 using namespace std::string_literals;
 using Block = std::vector<std::uint8_t>;
 
-using conformance::at;
+const std::string kZlib = at("\\Lib\\zlib1.dll");
+const std::string kPthread = at("\\Lib\\libwinpthread-1.dll");
 
-class VersionInfoConformance : public conformance::ConformanceTest {
+class VersionInfoConformance : public ConformanceTest {
 protected:
     explicit VersionInfoConformance(unsigned codePage = 0) : ConformanceTest(codePage) {}
 
     void SetUp() override {
         ConformanceTest::SetUp();
-        if (IsSkipped() || HasFatalFailure()) {
-            return;
+        if (!IsSkipped() && !HasFatalFailure()) {
+            place({{"\\Lib\\zlib1.dll", readTestData("zlib1-x64.dll")},
+                   {"\\Lib32\\zlib1.dll", readTestData("zlib1-x86.dll")},
+                   {"\\Lib\\libwinpthread-1.dll", readTestData("libwinpthread-1.dll")}});
         }
-        placeTestData(at("\\Lib\\zlib1.dll"), "zlib1-x64.dll");
-        placeTestData(at("\\Lib32\\zlib1.dll"), "zlib1-x86.dll");
-        placeTestData(at("\\Lib\\libwinpthread-1.dll"), "libwinpthread-1.dll");
     }
 
-    void placeTestData(const std::string& winPath, const std::string& name) {
-        machine->placeFile(winPath, conformance::readTestData(name));
-    }
-
-    platform::VersionInfo& versionInfo() { return machine->platform().versionInfo; }
+    platform::VersionInfo& versionInfo() { return os().versionInfo; }
 
     // The block as the program reads it: the size the file reports, at most 64,000 bytes.
     std::optional<Block> load(const std::string& path) {
@@ -62,59 +53,45 @@ protected:
     }
 };
 
-// Tests whose strings are those of Western European Windows.
-using VersionInfoConformanceIn1252 = conformance::InCodePage<VersionInfoConformance, 1252>;
-
 // The size is twice the resource and four bytes, room for the ANSI copies of the strings; "\" is
-// the 52-byte VS_FIXEDFILEINFO; the translation table is the raw array (language in the low
-// word, code page in the high word); a string's length counts the terminator the file stores.
+// the 52-byte VS_FIXEDFILEINFO (signature, structure version, file version); the translation
+// table is the raw array (language in the low word, code page in the high word); a string's
+// length counts the terminator the file stores.
 TEST_F(VersionInfoConformance, AnswersOfRealFilesOfBothBitnesses) {
-    const struct {
-        std::string path;
-        std::uint32_t resourceSize, fileVersionMS, fileVersionLS;
-        std::string translation, subBlock, value;
-    } files[] = {
-        {at("\\Lib\\zlib1.dll"), 820, 0x00010002, 0x000D0000, "\x09\x04\xE4\x04"s,
-         "\\StringFileInfo\\040904E4\\FileVersion", "1.2.13\0"s},
-        {at("\\lib32\\ZLIB1.DLL"), 820, 0x00010002, 0x000D0000, "\x09\x04\xE4\x04"s,
-         "\\StringFileInfo\\040904E4\\ProductName", "zlib\0"s},
-        {at("\\Lib\\libwinpthread-1.dll"), 1016, 0x00010000, 0, "\x09\x04\xB0\x04"s,
-         "\\StringFileInfo\\040904B0\\FileVersion", "1, 0, 0, 0\0"s},
-    };
-    for (const auto& file : files) {
-        SCOPED_TRACE(file.path);
-        EXPECT_EQ(versionInfo().GetFileVersionInfoSizeA(file.path, nullptr),
-                  2 * file.resourceSize + 4);
-        auto block = load(file.path);
+    // The file, its resource's size, its file version's bytes, its translation and a string.
+    const std::tuple<std::string, std::uint32_t, std::string, std::string, std::string, std::string>
+        cases[] = {{kZlib, 820, "\x02\0\x01\0\0\0\x0D\0"s, "\x09\x04\xE4\x04"s,
+                    "\\StringFileInfo\\040904E4\\FileVersion", "1.2.13\0"s},
+                   {at("\\lib32\\ZLIB1.DLL"), 820, "\x02\0\x01\0\0\0\x0D\0"s, "\x09\x04\xE4\x04"s,
+                    "\\StringFileInfo\\040904E4\\ProductName", "zlib\0"s},
+                   {kPthread, 1016, "\0\0\x01\0\0\0\0\0"s, "\x09\x04\xB0\x04"s,
+                    "\\StringFileInfo\\040904B0\\FileVersion", "1, 0, 0, 0\0"s}};
+    for (const auto& [path, resourceSize, version, translation, subBlock, value] : cases) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(versionInfo().GetFileVersionInfoSizeA(path, nullptr), 2 * resourceSize + 4);
+        auto block = load(path);
         ASSERT_TRUE(block);
-        const auto fixedInfo = query(*block, "\\");
-        ASSERT_TRUE(fixedInfo);
-        ASSERT_EQ(fixedInfo->size(), 52u);
-        std::uint32_t words[4];  // signature, structure version, file version
-        std::memcpy(words, fixedInfo->data(), sizeof words);
-        EXPECT_EQ(words[0], 0xFEEF04BDu);
-        EXPECT_EQ(words[2], file.fileVersionMS);
-        EXPECT_EQ(words[3], file.fileVersionLS);
-        EXPECT_EQ(query(*block, "\\VarFileInfo\\Translation"), file.translation);
-        EXPECT_EQ(query(*block, file.subBlock), file.value);
+        const std::string fixed(query(*block, "\\").value_or(""));
+        ASSERT_EQ(fixed.size(), 52u);
+        EXPECT_EQ(fixed.substr(0, 4) + fixed.substr(8, 8), "\xBD\x04\xEF\xFE"s + version);
+        EXPECT_EQ(query(*block, "\\VarFileInfo\\Translation"), translation);
+        EXPECT_EQ(query(*block, subBlock), value);
     }
 }
 
-// Keys match without regard to case. Every answer has a place of its own in the block: a later
-// query leaves earlier ones be.
-TEST_F(VersionInfoConformance, KeysIgnoreCaseAndEarlierAnswersStayValid) {
-    auto block = load(at("\\Lib\\libwinpthread-1.dll"));
+// Keys match whole, without regard to case, at their own level, in the string table of their
+// name. Every answer has a place of its own in the block: a later query leaves earlier ones
+// be.
+TEST_F(VersionInfoConformance, KeysMatchWholeIgnoringCaseAndEarlierAnswersStayValid) {
+    auto block = load(kPthread);
     ASSERT_TRUE(block);
     const auto company = query(*block, "\\stringfileinfo\\040904b0\\COMPANYNAME");
     const auto version = query(*block, "\\StringFileInfo\\040904b0\\fileVersion");
     EXPECT_EQ(query(*block, "\\varFileInfo\\translation"), "\x09\x04\xB0\x04"s);
     EXPECT_EQ(company, "MingW-W64 Project. All rights reserved.\0"s);
     EXPECT_EQ(version, "1, 0, 0, 0\0"s);
-}
 
-// A key matches whole, at its own level, in the string table of its name.
-TEST_F(VersionInfoConformance, MissingValuesAreNotFound) {
-    auto zlib = load(at("\\Lib\\zlib1.dll"));
+    auto zlib = load(kZlib);
     ASSERT_TRUE(zlib);
     for (const char* subBlock :
          {"\\StringFileInfo\\040904E4\\CompanyName", "\\StringFileInfo\\040904b0\\FileVersion",
@@ -127,15 +104,12 @@ TEST_F(VersionInfoConformance, MissingValuesAreNotFound) {
 // Neither the copy nor a later query writes past the length given, be it the exact size or the
 // program's 64,000 bytes.
 TEST_F(VersionInfoConformance, LengthBoundsTheCopy) {
-    const std::uint32_t size =
-        versionInfo().GetFileVersionInfoSizeA(at("\\Lib\\zlib1.dll"), nullptr);
+    const std::uint32_t size = versionInfo().GetFileVersionInfoSizeA(kZlib, nullptr);
     for (const std::uint32_t length : {size, 64000u}) {
         Block block(length + 16, 0xCC);
-        ASSERT_TRUE(
-            versionInfo().GetFileVersionInfoA(at("\\Lib\\zlib1.dll"), 0, length, block.data()));
+        ASSERT_TRUE(versionInfo().GetFileVersionInfoA(kZlib, 0, length, block.data()));
         EXPECT_EQ(query(block, "\\StringFileInfo\\040904E4\\FileVersion"), "1.2.13\0"s);
-        EXPECT_TRUE(std::all_of(block.begin() + length, block.end(),
-                                [](std::uint8_t byte) { return byte == 0xCC; }));
+        EXPECT_EQ(Block(block.begin() + length, block.end()), Block(16, 0xCC));
     }
 }
 
@@ -143,8 +117,7 @@ TEST_F(VersionInfoConformance, LengthBoundsTheCopy) {
 // and no block. A name without a folder is searched for as a program's DLL would be, so the
 // one here is found nowhere.
 TEST_F(VersionInfoConformance, FilesWithoutABlockHaveSizeZero) {
-    machine->placeFile(at("\\Lib\\readme.txt"), "This is not a program.\r\n");
-    machine->placeFile(at("\\Lib\\stub.exe"), "MZ");
+    place({{"\\Lib\\readme.txt", "This is not a program.\r\n"}, {"\\Lib\\stub.exe", "MZ"}});
     std::uint8_t buffer[64] = {};
     for (const std::string& path :
          {at("\\Lib\\readme.txt"), at("\\Lib\\stub.exe"), at("\\Lib\\missing.dll"), at("\\Lib"),
@@ -155,18 +128,11 @@ TEST_F(VersionInfoConformance, FilesWithoutABlockHaveSizeZero) {
     }
 }
 
-// As the file stores text.
-std::string utf16(std::u16string_view text) {
-    std::string bytes;
-    for (char16_t unit : text) {
-        bytes += {char(unit & 0xFF), char(unit >> 8)};
-    }
-    return bytes;
-}
+using VersionInfoConformanceIn1252 = InCodePage<VersionInfoConformance, 1252>;
 
 // String values come out in the machine's ANSI code page, with "?" for what it lacks.
 TEST_F(VersionInfoConformanceIn1252, StringsAreConvertedToTheAnsiCodePage) {
-    std::string image = conformance::readTestData("zlib1-x64.dll");
+    std::string image = readTestData("zlib1-x64.dll");
     const std::string original = utf16(u"zlib data compression library");
     const std::size_t found = image.find(original);
     ASSERT_NE(found, std::string::npos);
