@@ -3,25 +3,19 @@
 #include "core/QtPrinters.h"
 #include "localisation/LanguageLoader.h"
 #include "localisation/Scramble.h"
-#include "localisation/Utf8Text.h"
+#include "localisation/SystemLanguage.h"
 #include "support/TestMachine.h"
 
 namespace {
 
 using localisation::LanguageLoader;
-using localisation::LanguageOptions;
-using localisation::LanguageText;
 
 const std::string kMark = "\xEF\xBB\xBF";
 const std::string kFolder = "C:\\App\\localized\\de\\";
 
 // A small but complete language file whose first code string names the file it came from.
-std::string languageFile(const std::string& origin, int menuCount = 2) {
-    std::string text = "[[Menus]]\r\n";
-    for (int i = 1; i <= menuCount; ++i) {
-        text += "Menu" + std::to_string(i) + "=mnuPopup|Open\r\n";
-    }
-    return text + "[[Code_Strings]]\r\nstrLoc_Origin=" + origin +
+std::string languageFile(const std::string& origin, const std::string& menus = "Menu1=m|a\r\n") {
+    return "[[Menus]]\r\n" + menus + "[[Code_Strings]]\r\nstrLoc_Origin=" + origin +
            "\r\nstrLoc_A=a\r\nstrLoc_B=b\r\nstrLoc_C=c\r\n";
 }
 
@@ -38,37 +32,31 @@ protected:
     }
     bool init() {
         errorText = "stale";
+        language.SetLoadedLanguage("");
         return LanguageLoader(machine.platform(), language, options).InitLanguageText(errorText);
     }
 
     testing_support::TestMachine machine;
-    LanguageOptions options;
-    LanguageText language{"TW"};
+    localisation::LanguageOptions options;
+    localisation::LanguageText language{"TW"};
     QString errorText;
 };
 
-// The flags alone pick the file; the others beside it are never read.
+// The flags alone pick the file; the others beside it are never read. With production off
+// the loader assembles the plain file first.
 TEST_F(LanguageLoaderTest, TheFlagsPickTheFile) {
     machine.placeFile(kFolder + "Language.inx", scrambled(languageFile("inx")));
     machine.placeFile(kFolder + "Language.inr", kMark + languageFile("inr"));
     machine.placeFile(kFolder + "Language.ini", kMark + languageFile("ini"));
-    // Production stays on here: with it off the loader assembles first.
-    struct Case {
-        bool encryption, resolve;
-        const char* origin;
-    };
-    for (const Case c : {Case{true, false, "inx"}, Case{true, true, "inx"},
-                         Case{false, false, "inr"}, Case{false, true, "inr"}}) {
-        options.encryption = c.encryption;
-        options.resolve = c.resolve;
-        language.SetLoadedLanguage("");
+    for (const auto& [encryption, resolve, origin] :
+         {std::tuple(true, false, "inx"), std::tuple(true, true, "inx"),
+          std::tuple(false, false, "inr"), std::tuple(false, true, "inr")}) {
+        options.encryption = encryption;
+        options.resolve = resolve;
         ASSERT_TRUE(init()) << errorText.toStdString();
-        EXPECT_EQ(language.GetStrLocValue("strLoc_Origin"), c.origin);
+        EXPECT_EQ(language.GetStrLocValue("strLoc_Origin"), origin);
     }
-    EXPECT_EQ(LanguageLoader(machine.platform(), language, options).languageFilePath(),
-              "C:\\App\\localized\\de\\Language.inr");
-    options.resolve = false;
-    options.production = false;
+    options.resolve = options.production = false;
     EXPECT_EQ(LanguageLoader(machine.platform(), language, options).languageFilePath(),
               "C:\\App\\localized\\de\\Language.ini");
 }
@@ -79,9 +67,8 @@ TEST_F(LanguageLoaderTest, TheLoadedLanguageIsNotReadAgain) {
     ASSERT_TRUE(init());
     EXPECT_EQ(language.loadedLanguage(), "de");
     machine.platform().files.Kill(kFolder + "Language.inx");
-    EXPECT_TRUE(init());
+    EXPECT_TRUE(LanguageLoader(machine.platform(), language, options).InitLanguageText(errorText));
     EXPECT_EQ(language.GetStrLocValue("strLoc_Origin"), "first");
-    language.SetLoadedLanguage("");
     EXPECT_FALSE(init());
     EXPECT_EQ(errorText,
               "Error in function LoadUTF8IniFile: File "
@@ -89,34 +76,51 @@ TEST_F(LanguageLoaderTest, TheLoadedLanguageIsNotReadAgain) {
 }
 
 // A plain file read with the unscrambler, or a scrambled one without it, is noise: its sections
-// aren't found. So are files cut short, and four lines of code strings, the head counted.
+// aren't found. So are files cut short, and four lines of code strings, the head counted. Only
+// a file that can't be read leaves no language loaded.
 TEST_F(LanguageLoaderTest, BadFilesGiveTheirReasons) {
-    const QString prefix = "Error in function LoadUTF8IniFile: ";
+    const QString unread = "Error in function LoadUTF8IniFile: ";
     const struct {
         bool encryption;
         std::string bytes;
         QString errorText;
     } cases[] = {
         {true, languageFile("no mark"),
-         prefix + "Error: The file C:\\App\\localized\\de\\Language.inx is not UTF-8 encoded"},
-        {true, "", prefix + "File not found or empty"},
+         unread + "Error: The file C:\\App\\localized\\de\\Language.inx is not UTF-8 encoded"},
+        {true, "", unread + "File not found or empty"},
         {true, kMark + languageFile("plain"), "Error in function InitCodeStrings"},
         {false, scrambled(languageFile("scrambled")), "Error in function InitCodeStrings"},
-        {false, kMark + languageFile("short", 0), "Error in function InitMenuStrings"},
+        {false, kMark + languageFile("short", ""), "Error in function InitMenuStrings"},
         {false, kMark + "[[Menus]]\r\nM=a\r\n[[Code_Strings]]\r\na=1\r\nb=2\r\nc=3\r\n",
          "Error in function InitCodeStrings"},
     };
     for (const auto& c : cases) {
         options.encryption = c.encryption;
         machine.placeFile(kFolder + (c.encryption ? "Language.inx" : "Language.inr"), c.bytes);
-        language.SetLoadedLanguage("");
         EXPECT_FALSE(init());
         EXPECT_EQ(errorText, c.errorText);
-        // Only a file that can't be read leaves no language loaded.
-        if (c.errorText.startsWith(prefix)) {
-            EXPECT_EQ(language.loadedLanguage(), "");
-        }
+        EXPECT_EQ(language.loadedLanguage(), c.errorText.startsWith(unread) ? "" : "de");
     }
+}
+
+TEST(SystemLanguageTest, TheFirstTwoLettersOfTheLocaleAndTheVerticalMinchoFont) {
+    platform::portable::MachineFacts facts;
+    for (const auto& [locale, language] :
+         {std::pair("ENU", "en"), std::pair("DEU", "de"), std::pair("GER", "de"),
+          std::pair("JPN", "ja"), std::pair("E", "e"), std::pair("", "")}) {
+        facts.localeAbbreviation = locale;
+        testing_support::TestMachine machine(facts);
+        EXPECT_EQ(localisation::GetSystemLanguage(machine.platform().environment), language)
+            << locale;
+        EXPECT_FALSE(localisation::HasJapaneseFonts(machine.platform().environment, false));
+    }
+    facts.fonts = {"Arial", "MS Mincho", "@MS Mincho"};
+    testing_support::TestMachine japanese(facts);
+    EXPECT_TRUE(localisation::HasJapaneseFonts(japanese.platform().environment, false));
+    EXPECT_FALSE(localisation::HasJapaneseFonts(japanese.platform().environment, true));
+    facts.fonts = {"@ms mincho"};
+    testing_support::TestMachine lowerCase(facts);
+    EXPECT_FALSE(localisation::HasJapaneseFonts(lowerCase.platform().environment, false));
 }
 
 }  // namespace

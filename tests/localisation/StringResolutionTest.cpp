@@ -13,38 +13,35 @@ using localisation::LanguageText;
 const QString kError = "Error in function GetStrLocValue -- line ";
 
 // A language text with one code-strings section of the given lines, and a section behind it.
-LanguageText languageOf(const QStringList& codeStrings, const QString& tail = "[[Menus]]\r\n") {
+LanguageText languageOf(const QStringList& codeStrings) {
     LanguageText language("TW");
-    language.SetLanguageText("; head\r\n[[Code_Strings]]\r\n" + codeStrings.join("\r\n") + "\r\n" +
-                             tail);
+    language.SetLanguageText("; head\r\n[[Code_Strings]]\r\n" + codeStrings.join("\r\n") +
+                             "\r\n[[Menus]]\r\n");
     language.InitCodeStrings();
     return language;
 }
 
+// Sections are found with or without their brackets, their names compare with case, and
+// blank and comment lines are dropped. The last section of a text ends one character early.
 TEST(GetSectionTest, FindsSectionsWithOrWithoutBracketsAndDropsComments) {
     LanguageText language("TW");
     language.SetLanguageText(
         "[[Menus]]\r\n  Menu1=mnuPopup|Open  \r\n\r\n  ; a note\r\n;x\r\nMenu2=b\r\n"
-        "[[TW_frmMain]]\r\ncmdScanNow.Caption=\"Scan\"\r\n");
+        "[[TW_frmMain]]\r\ncmdScanNow.Caption=\"Scan\"\r\nlast=abc");
     const QStringList expected{"[[Menus]]", "Menu1=mnuPopup|Open", "Menu2=b"};
     EXPECT_EQ(language.GetSection("Menus"), expected);
     QString name = "[[Menus]]";
     EXPECT_EQ(language.GetSection(name), expected);
     QString bare = "TW_frmMain";
-    language.GetSection(bare);
+    EXPECT_EQ(language.GetSection(bare),
+              (QStringList{"[[TW_frmMain]]", "cmdScanNow.Caption=\"Scan\"", "last=ab"}));
     EXPECT_EQ(bare, "[[TW_frmMain]]");
     EXPECT_EQ(language.GetSection("Missing"), QStringList{QString()});
-    // Names compare with case.
     EXPECT_EQ(language.GetSection("menus"), QStringList{QString()});
 }
 
-// The last section of a text ends one character early: its last character is lost.
-TEST(GetSectionTest, TheLastSectionLosesTheLastCharacterOfTheText) {
-    LanguageText language("TW");
-    language.SetLanguageText("[[Menus]]\r\nMenu1=abc");
-    EXPECT_EQ(language.GetSection("Menus"), (QStringList{"[[Menus]]", "Menu1=ab"}));
-}
-
+// A value is found by its whole name before the equal sign, the first line first; two equal
+// signs let a value hold one.
 TEST(GetStrLocValueTest, MatchesTheWholeNameBeforeTheEqualSign) {
     const LanguageText language =
         languageOf({"strLoc_FooBar=long", "strLoc_Foo = short ", "strLoc_Foo=second", "strLoc_Bare",
@@ -55,24 +52,21 @@ TEST(GetStrLocValueTest, MatchesTheWholeNameBeforeTheEqualSign) {
     EXPECT_EQ(language.GetStrLocValue("strLoc_Bare"), kError + "strLoc_Bare");
     EXPECT_EQ(language.GetStrLocValue("strLoc_Q"), "quoted");
     EXPECT_EQ(language.GetStrLocValue("strLoc_Half"), "abc");
-}
-
-TEST(ProcessLanguageLineTest, TwoEqualSignsLetTheValueHoldOne) {
-    const LanguageText language = languageOf({"a=b"});
     EXPECT_EQ(language.ProcessLanguageLine("a==b=c"), "b=c");
-    EXPECT_EQ(language.ProcessLanguageLine("a=b=c"),
-              "Error in function ProcessLanguageLine: a=b=c");
-    EXPECT_EQ(language.ProcessLanguageLine("a==b==c"),
-              "Error in function ProcessLanguageLine: a==b==c");
-    EXPECT_EQ(language.ProcessLanguageLine("novalue"),
-              "Error in function ProcessLanguageLine: novalue");
     EXPECT_EQ(language.ProcessLanguageLine("a=  \"  padded  \"  "), "  padded  ");
+    for (const char* line : {"a=b=c", "a==b==c", "novalue"}) {
+        EXPECT_EQ(language.ProcessLanguageLine(line),
+                  "Error in function ProcessLanguageLine: " + QString(line));
+    }
+    EXPECT_EQ(languageOf({"strLoc_Days= Monday | Tuesday|Wednesday "})
+                  .FillComboFromLanguage("strLoc_Days"),
+              (QStringList{"Monday", "Tuesday", "Wednesday"}));
 }
 
 TEST(ResolveVariablesTest, ExpandsEveryPlaceholderForm) {
-    const LanguageText language =
-        languageOf({"strLoc_Ok=OK", "str_Name=Tallowick", "strURL_Site=http://x",
-                    "strLoc_Nested={str_Name} at {strURL_Site}",
+    LanguageText language =
+        languageOf({"strLoc_Ok=OK", "str_Name=Tallowick", "strLoc_ErrorString=Error",
+                    "strURL_Site=http://x", "strLoc_Nested={str_Name} at {strURL_Site}",
                     "strLoc_Empty=", "strLoc_CS_ProductName_TW=Tallowick"});
     EXPECT_EQ(language.ResolveVariables("{strLoc_Nested}!"), "Tallowick at http://x!");
     EXPECT_EQ(language.ResolveVariables("a{CRLF}b"), "a\r\nb");
@@ -86,6 +80,10 @@ TEST(ResolveVariablesTest, ExpandsEveryPlaceholderForm) {
     // A brace pair of no known form blocks everything behind it.
     EXPECT_EQ(language.ResolveVariables("{unknown}x{strLoc_Ok}"), "{unknown}x{strLoc_Ok}");
     EXPECT_EQ(language.ResolveVariables("{strLoc_Ok} {"), "OK {");
+    // The shelter keeps the shared values open.
+    language.setShelterSharedValues(true);
+    EXPECT_EQ(language.ResolveVariables("{str_Name} {strLoc_ErrorString} {strLoc_Ok}"),
+              "{str_Name} {strLoc_ErrorString} OK");
 }
 
 TEST(ResolveVariablesTest, VariablesThatNameEachOtherEndInAnErrorText) {
@@ -102,20 +100,6 @@ TEST(ResolveVariablesTest, VariablesThatNameEachOtherEndInAnErrorText) {
               "<Error in function GetStrLocValue -- variables refer to each other: strLoc_Loop>");
     // The guard leaves no trace: an acyclic lookup afterwards is unaffected.
     EXPECT_TRUE(language.GetStrLocValue("strLoc_B").startsWith("ba"));
-}
-
-TEST(ResolveVariablesTest, TheShelterKeepsSharedValuesOpen) {
-    LanguageText language =
-        languageOf({"str_Name=Tallowick", "strLoc_ErrorString=Error", "strLoc_Ok=OK"});
-    language.setShelterSharedValues(true);
-    EXPECT_EQ(language.ResolveVariables("{str_Name} {strLoc_ErrorString} {strLoc_Ok}"),
-              "{str_Name} {strLoc_ErrorString} OK");
-}
-
-TEST(FillComboFromLanguageTest, SplitsAndTrimsTheEntries) {
-    const LanguageText language = languageOf({"strLoc_Days= Monday | Tuesday|Wednesday "});
-    EXPECT_EQ(language.FillComboFromLanguage("strLoc_Days"),
-              (QStringList{"Monday", "Tuesday", "Wednesday"}));
 }
 
 // The index must find what a walk over the lines finds, first match first, for any mix of

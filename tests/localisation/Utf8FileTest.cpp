@@ -13,12 +13,10 @@
 namespace {
 
 const std::string kMark = "\xEF\xBB\xBF";
-const QString kNotUtf8 = "Error: The file C:\\Lang\\file.lng is not UTF-8 encoded";
 
-platform::portable::MachineFacts withCodePage(unsigned codePage) {
-    platform::portable::MachineFacts facts;
-    facts.ansiCodePage = codePage;
-    return facts;
+std::string scrambled(std::string data, bool back = false) {
+    back ? localisation::UnscrambleBytes(data) : localisation::ScrambleBytes(data);
+    return data;
 }
 
 class Utf8FileTest : public ::testing::Test {
@@ -42,6 +40,7 @@ protected:
 };
 
 TEST_F(Utf8FileTest, ReadingTakesTheMarkOffAndRefusesWhatItMayNot) {
+    const QString notUtf8 = "Error: The file C:\\Lang\\file.lng is not UTF-8 encoded";
     const struct {
         std::optional<std::string> bytes;  // nothing: no file
         bool allowNotUTF8, allowEmpty, ok;
@@ -57,9 +56,9 @@ TEST_F(Utf8FileTest, ReadingTakesTheMarkOffAndRefusesWhatItMayNot) {
          QChar(0xFEFF) + QString::fromUtf16(u"Да\r\nb\nc\r"), ""},
         {kMark + "a\xC3(\xFF", false, false, true, QString::fromUtf16(u"a\uFFFD(\uFFFD"), ""},
         // Two bytes of the mark are no mark, nor is anything shorter than three bytes.
-        {"\xEF\xBB", false, true, false, "", kNotUtf8},
-        {"ab", false, true, false, "", kNotUtf8},
-        {"x=y\r\n", false, true, false, "", kNotUtf8},
+        {"\xEF\xBB", false, true, false, "", notUtf8},
+        {"ab", false, true, false, "", notUtf8},
+        {"x=y\r\n", false, true, false, "", notUtf8},
     };
     for (const auto& c : cases) {
         machine.platform().files.Kill("C:\\Lang\\file.lng");
@@ -70,23 +69,21 @@ TEST_F(Utf8FileTest, ReadingTakesTheMarkOffAndRefusesWhatItMayNot) {
         EXPECT_EQ(text, c.text);
         EXPECT_EQ(errorText, c.errorText);
     }
-
     // Unmarked and allowed: unscrambled on request, then read in the ANSI code page.
-    std::string scrambled = "strLoc_TW_Caf\xE9=Caf\xE9\r\n";
-    localisation::ScrambleBytes(scrambled);
-    machine.placeFile("C:\\Lang\\file.lng", scrambled);
+    machine.placeFile("C:\\Lang\\file.lng", scrambled("strLoc_TW_Caf\xE9=Caf\xE9\r\n"));
     EXPECT_TRUE(read(true, false, true));
     EXPECT_EQ(text, QString::fromUtf16(u"strLoc_TW_Café=Café\r\n"));
 }
 
+// C0 E1 is "Àá" in Western and "Аб" in Cyrillic; C3 A9 is "é" in UTF-8, but never read so.
 TEST(Utf8FileAnsiTest, AFileWithoutTheMarkIsReadInTheMachinesCodePage) {
-    // C0 E1 is "Àá" in Western and "Аб" in Cyrillic; C3 A9 is "é" in UTF-8, but never read so.
+    platform::portable::MachineFacts facts;
     for (const auto& [codePage, expected] :
          {std::pair(1252u, u"Àá Ã©"), std::pair(1251u, u"Аб Г©")}) {
-        testing_support::TestMachine machine(withCodePage(codePage));
+        facts.ansiCodePage = codePage;
+        testing_support::TestMachine machine(facts);
         machine.placeFile("C:\\Lang\\ansi.lng", "\xC0\xE1 \xC3\xA9");
-        QString text;
-        QString errorText;
+        QString text, errorText;
         EXPECT_TRUE(localisation::modUTF8_FileIO(machine.platform())
                         .ReadUTF8File("C:\\Lang\\ansi.lng", text, errorText, true, false, false));
         EXPECT_EQ(text, QString::fromUtf16(expected));
@@ -102,20 +99,28 @@ TEST_F(Utf8FileTest, WritingOverwritesTheStartOfTheFile) {
     EXPECT_EQ(fileBytes("C:\\Data\\new.txt"), kMark +
                                                   "Gr\xC3\xBC\xC3\x9F"
                                                   "e\r\n");
-
     machine.placeFile("C:\\Data\\old.txt", "0123456789ABCDEF");
     EXPECT_TRUE(io.WriteUTF8File("C:\\Data\\old.txt", "xy", errorText, false));
-    EXPECT_EQ(fileBytes("C:\\Data\\old.txt"), kMark + "xy56789ABCDEF");
     EXPECT_TRUE(io.WriteUTF8File("C:\\Data\\old.txt", QString(), errorText, true));
     EXPECT_EQ(fileBytes("C:\\Data\\old.txt"), kMark + "xy56789ABCDEF");
     EXPECT_TRUE(io.WriteUTF8File("C:\\Data\\empty.txt", QString(), errorText, false));
     EXPECT_EQ(fileBytes("C:\\Data\\empty.txt"), "");
+
+    // Scrambled, all but the mark: it reads back exactly.
+    const QString written = QString::fromUtf16(
+        u"strLoc_TW_Title=Программа обновлений\r\nstrLoc_TW_Zh=更新程序\r\nstrLoc_TW_Smile=😀 "
+        u"ü\r\n");
+    EXPECT_TRUE(io.WriteUTF8File("C:\\Data\\ru.lng", written, errorText, true));
+    EXPECT_EQ(fileBytes("C:\\Data\\ru.lng"), kMark + scrambled(written.toStdString()));
+    QString back;
+    EXPECT_TRUE(io.ReadUTF8File("C:\\Data\\ru.lng", back, errorText, false, false, true));
+    EXPECT_EQ(errorText, "");
+    EXPECT_EQ(back, written);
 }
 
 TEST_F(Utf8FileTest, FailedWritesNameTheBasicErrorAndThePath) {
     EXPECT_FALSE(io.WriteUTF8File("C:\\Missing\\lang.lng", "text", errorText, false));
     EXPECT_EQ(errorText, "Error saving UTF-8 file: 76 Path not found\r\nC:\\Missing\\lang.lng");
-
     machine.placeFile("C:\\Data\\locked.lng", "old");
     ASSERT_TRUE(
         machine.platform().files.SetAttr("C:\\Data\\locked.lng", platform::fileattr::ReadOnly));
@@ -123,28 +128,10 @@ TEST_F(Utf8FileTest, FailedWritesNameTheBasicErrorAndThePath) {
     EXPECT_EQ(errorText,
               "Error saving UTF-8 file: 75 Path/File access error\r\nC:\\Data\\locked.lng");
     EXPECT_EQ(fileBytes("C:\\Data\\locked.lng"), "old");
-
     int handle = -1;
     EXPECT_FALSE(io.CreateUTF8File("C:\\Missing\\log.txt", handle, errorText));
     EXPECT_EQ(handle, 0);
     EXPECT_EQ(errorText, "Error creating UTF-8 file: 76 Path not found\r\nC:\\Missing\\log.txt");
-}
-
-TEST_F(Utf8FileTest, ScrambledTextReadsBackExactly) {
-    const QString written = QString::fromUtf16(
-        u"strLoc_TW_Title=Программа обновлений\r\nstrLoc_TW_Zh=更新程序\r\n"
-        u"strLoc_TW_Smile=😀 ümlaut\r\n");
-    EXPECT_TRUE(io.WriteUTF8File("C:\\Data\\ru.lng", written, errorText, true));
-    const std::string plain = kMark + written.toStdString();
-    const std::string stored = fileBytes("C:\\Data\\ru.lng");
-    ASSERT_EQ(stored.size(), plain.size());
-    EXPECT_EQ(stored.substr(0, 3), kMark);
-    EXPECT_NE(stored, plain);
-
-    QString back;
-    EXPECT_TRUE(io.ReadUTF8File("C:\\Data\\ru.lng", back, errorText, false, false, true));
-    EXPECT_EQ(errorText, "");
-    EXPECT_EQ(back, written);
 }
 
 TEST_F(Utf8FileTest, CreateAndAppendMakeAFileOfLines) {
@@ -160,14 +147,34 @@ TEST_F(Utf8FileTest, CreateAndAppendMakeAFileOfLines) {
 }
 
 TEST(Utf8TextTest, EncodeWritesLoneSurrogatesAsReplacementCharacters) {
-    const QString high(QChar(0xD83D));
-    const QString low(QChar(0xDE00));
+    const QString high(QChar(0xD83D)), low(QChar(0xDE00));
     EXPECT_EQ(localisation::encodeUtf8(u'a' + high + u'b'),
               "a\xEF\xBF\xBD"
               "b");
     EXPECT_EQ(localisation::encodeUtf8(low + high), "\xEF\xBF\xBD\xEF\xBF\xBD");
     EXPECT_EQ(localisation::encodeUtf8(high + high + low), "\xEF\xBF\xBD\xF0\x9F\x98\x80");
     EXPECT_EQ(localisation::encodeUtf8(QString(QChar(0xFEFF))), "\xEF\xBB\xBF");
+}
+
+// Pairs of bytes are shifted up to the last two bytes, which stay. Unscrambling undoes it but
+// for the bytes the scrambler leaves and the unscrambler shifts anyway.
+TEST(ScrambleTest, PairsStopBeforeTheLastTwoBytes) {
+    EXPECT_EQ(scrambled(""), "");
+    EXPECT_EQ(scrambled({10, 20}), std::string({10, 20}));
+    EXPECT_EQ(scrambled({10, 20, 30}), std::string({3, 25, 30}));
+    EXPECT_EQ(scrambled({10, 20, 30, 40}), std::string({3, 25, 30, 40}));
+    EXPECT_EQ(scrambled({10, 20, 30, 40, 50}), std::string({3, 25, 23, 45, 50}));
+    EXPECT_EQ(scrambled({3, 25}, true), std::string({3, 25}));
+    EXPECT_EQ(scrambled({3, 25, 23, 45, 50}, true), std::string({10, 20, 30, 40, 50}));
+    for (int value = 0; value < 256; ++value) {
+        const std::string even{char(value), 'x', 'y'}, odd{'x', char(value), 'y'};
+        EXPECT_EQ(scrambled(scrambled(even), true),
+                  (value > 6 ? even : std::string{char(value + 7), 'x', 'y'}))
+            << value;
+        EXPECT_EQ(scrambled(scrambled(odd), true),
+                  (value < 251 ? odd : std::string{'x', char(value - 5), 'y'}))
+            << value;
+    }
 }
 
 }  // namespace

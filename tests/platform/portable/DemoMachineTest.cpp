@@ -1,18 +1,20 @@
+// The demo machine as the discovery sees it: uninstall keys in both hives whose icons name
+// executables with matching version blocks.
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <cstdio>
 #include <fstream>
+#include <map>
+#include <regex>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "VersionQuery.h"
 #include "demo/DemoMachine.h"
 #include "support/TestMachine.h"
 
-// The demo machine as the discovery sees it: uninstall keys in both hives whose icons name
-// executables with matching version blocks.
 namespace {
 
 using demo::DemoCounts;
@@ -32,63 +34,28 @@ std::string exportBothHives(platform::Platform& platform) {
     return all;
 }
 
-// One uninstall key's string values as the program reads them; "" for a missing one.
-struct UninstallKey {
-    std::string name, icon, version, publisher;
-};
-
-std::vector<UninstallKey> readKeys(platform::Registry& registry, platform::RegHandle hive) {
-    platform::RegHandle top = 0;
-    EXPECT_EQ(registry.RegOpenKeyExA(hive, kUninstall, 0, platform::access::KeyRead, &top), 0);
-    const auto read = [&](platform::RegHandle key, const char* value) {
-        char data[256] = {};
-        std::uint32_t size = sizeof data - 1;
-        return registry.RegQueryValueExA(key, value, nullptr, reinterpret_cast<std::uint8_t*>(data),
-                                         &size) == 0
-                   ? std::string(data)
-                   : std::string();
-    };
-    std::vector<UninstallKey> keys;
-    char name[256];
-    std::uint32_t size = sizeof name;
-    for (std::uint32_t i = 0; registry.RegEnumKeyExA(top, i, name, &size) == 0;
-         ++i, size = sizeof name) {
-        platform::RegHandle key = 0;
-        EXPECT_EQ(registry.RegOpenKeyExA(top, name, 0, platform::access::KeyRead, &key), 0);
-        keys.push_back(
-            {name, read(key, "DisplayIcon"), read(key, "DisplayVersion"), read(key, "Publisher")});
-        registry.RegCloseKey(key);
+// The string values of each key of an export, unescaped; the keys in the export's order.
+std::vector<std::map<std::string, std::string>> keysOf(const std::string& exported) {
+    std::vector<std::map<std::string, std::string>> keys;
+    std::istringstream lines(exported);
+    const std::regex value(R"re("(\w+)"="(.*)"\r?)re"), escape(R"(\\(.))");
+    std::smatch match;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("[")) {
+            keys.emplace_back();
+        } else if (std::regex_match(line, match, value)) {
+            keys.back()[match[1]] = std::regex_replace(match[2].str(), escape, "$1");
+        }
     }
-    registry.RegCloseKey(top);
     return keys;
 }
 
-// "1.20.3" -> the words of 1.20.3.0; nothing for a version that is not up to four numbers a
-// fixed block can hold.
-std::optional<std::vector<std::uint32_t>> plainFixedVersion(const std::string& version) {
-    std::vector<std::uint32_t> parts;
-    std::istringstream in(version);
-    for (std::string part; std::getline(in, part, '.');) {
-        if (part.empty() || part.size() > 5 ||
-            part.find_first_not_of("0123456789") != std::string::npos) {
-            return std::nullopt;
-        }
-        parts.push_back(std::uint32_t(std::stoul(part)));
-        if (parts.back() > 0xFFFF || parts.size() > 4) {
-            return std::nullopt;
-        }
-    }
-    parts.resize(4);
-    const std::uint32_t ms = parts[0] << 16 | parts[1];
-    const std::uint32_t ls = parts[2] << 16 | parts[3];
-    return std::vector<std::uint32_t>{ms, ls, ms, ls};
-}
-
 // The seed alone decides the machine, which has programs of every kind; each icon names an
-// executable whose version block agrees with its key.
+// executable whose version block agrees with its key, a plain version of up to four numbers
+// in its fixed info too.
 TEST(DemoMachine, TheSeedDecidesAMachineWhoseIconsAgreeWithTheirKeys) {
     testing_support::TestMachine machine, same, other;
-    DemoCounts counts;
+    demo::DemoCounts counts;
     std::string problems;
     ASSERT_TRUE(populateDemoMachine(machine.machine(), kCatalog, 7, &problems, &counts))
         << problems;
@@ -105,35 +72,41 @@ TEST(DemoMachine, TheSeedDecidesAMachineWhoseIconsAgreeWithTheirKeys) {
         EXPECT_GT(kind, 0);
     }
 
-    auto& platform = machine.platform();
-    int keys = 0;
+    const auto keys = keysOf(text);
+    EXPECT_EQ(keys.size(), counts.keys + 2u);  // and the two Uninstall keys themselves
+    auto& versionInfo = machine.platform().versionInfo;
+    const std::regex plain(R"((\d{1,5})\.(\d{1,5})(?:\.(\d{1,5}))?(?:\.(\d{1,5}))?)");
     int checked = 0;
-    for (platform::RegHandle hive : {platform::hkey::LocalMachine, platform::hkey::CurrentUser}) {
-        for (UninstallKey key : readKeys(platform.registry, hive)) {
-            ++keys;
-            if (key.icon.empty()) {
-                continue;
-            }
-            std::erase(key.icon, '"');
-            if (key.icon.ends_with(",0")) {
-                key.icon.resize(key.icon.size() - 2);
-            }
-            VersionQuery block(platform.versionInfo, key.icon);
-            ASSERT_TRUE(block.loaded()) << key.name << ": " << key.icon;
-            const std::string table = block.firstTable();
-            if (!key.version.empty()) {
-                EXPECT_EQ(block.text(table, "FileVersion"), key.version) << key.icon;
-                if (const auto fixed = plainFixedVersion(key.version)) {
-                    EXPECT_EQ(block.fixed(), *fixed) << key.icon;
-                }
-            }
-            if (!key.publisher.empty()) {
-                EXPECT_EQ(block.text(table, "CompanyName"), key.publisher) << key.icon;
-            }
-            ++checked;
+    for (auto key : keys) {
+        std::string icon = std::regex_replace(key["DisplayIcon"], std::regex(R"("|,0$)"), "");
+        if (icon.empty()) {
+            continue;
         }
+        const auto translation = versionValue(versionInfo, icon, "\\VarFileInfo\\Translation");
+        ASSERT_TRUE(translation && translation->size() >= 4) << icon;
+        char table[9];
+        std::snprintf(table, sizeof table, "%02x%02x%02x%02x", std::uint8_t((*translation)[1]),
+                      std::uint8_t((*translation)[0]), std::uint8_t((*translation)[3]),
+                      std::uint8_t((*translation)[2]));
+        const std::string& version = key["DisplayVersion"];
+        if (!version.empty()) {
+            EXPECT_EQ(versionText(versionInfo, icon, table, "FileVersion"), version) << icon;
+        }
+        if (std::smatch parts; std::regex_match(version, parts, plain)) {
+            std::uint32_t words[4] = {};
+            for (int i = 0; i < 4; ++i) {
+                words[i] = parts[i + 1].matched ? std::stoul(parts[i + 1]) : 0;
+            }
+            if (std::ranges::all_of(words, [](std::uint32_t word) { return word <= 0xFFFF; })) {
+                const std::uint32_t ms = words[0] << 16 | words[1], ls = words[2] << 16 | words[3];
+                EXPECT_EQ(fixedVersions(versionInfo, icon), (std::vector{ms, ls, ms, ls})) << icon;
+            }
+        }
+        if (!key["Publisher"].empty()) {
+            EXPECT_EQ(versionText(versionInfo, icon, table, "CompanyName"), key["Publisher"]);
+        }
+        ++checked;
     }
-    EXPECT_EQ(keys, counts.keys);
     EXPECT_GT(checked, 250);
 }
 
@@ -143,11 +116,6 @@ protected:
         const auto file = std::filesystem::path(dir.path().toStdString()) / "catalog.csv";
         std::ofstream(file, std::ios::binary) << text;
         return file;
-    }
-    std::string refusal(const std::filesystem::path& file) {
-        std::string problems;
-        EXPECT_FALSE(populateDemoMachine(machine.machine(), file, 1, &problems));
-        return problems;
     }
 
     QTemporaryDir dir;
@@ -162,7 +130,7 @@ TEST_F(DemoCatalog, ASmallCatalogIsInstalledWhole) {
         "Baidu.Pan,7.2.1,百度网盘,2025-04-02 08:00:00Z\r\n"
         "\"NoDot\",\"1.0\",\"Skipped: no publisher handle\",\"\"\r\n"
         "\"Acme.Nameless\",\"1.0\",\"\",\"\"\r\n");
-    DemoCounts counts;
+    demo::DemoCounts counts;
     std::string problems;
     ASSERT_TRUE(populateDemoMachine(machine.machine(), file, 1, &problems, &counts)) << problems;
     EXPECT_EQ(counts.programs, 3);
@@ -173,22 +141,23 @@ TEST_F(DemoCatalog, ASmallCatalogIsInstalledWhole) {
 }
 
 TEST_F(DemoCatalog, AMissingOrMalformedCatalogIsReportedWithItsLine) {
-    EXPECT_NE(refusal(dir.path().toStdString() + "/none.csv")
-                  .find("none.csv: the catalog cannot be read"),
-              std::string::npos);
     const std::string header = "PackageId,Version,Name\n";
-    const struct {
-        std::string text, problem;
-    } cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"Id,Version,Name\nA.B,1,C\n", "catalog.csv:1: no column PackageId"},
         {header + "A.B,1,C\n\"A.D\",\"2,Unclosed\n", "catalog.csv:3: a quoted field is not closed"},
         {header + "A.B,1\n", "catalog.csv:2: 2 fields where the header has 3"},
         {header + "\"A.B\"x,1,C\n", "catalog.csv:2: text after the closing quote"},
         {header, "catalog.csv: no program with a name and a version"},
         {"", "catalog.csv:1: no column PackageId"},
+        {"<no file>", "none.csv: the catalog cannot be read"},
     };
-    for (const auto& c : cases) {
-        EXPECT_NE(refusal(write(c.text)).find(c.problem), std::string::npos) << c.problem;
+    for (const auto& [text, problem] : cases) {
+        std::string problems;
+        EXPECT_FALSE(populateDemoMachine(
+            machine.machine(),
+            text == "<no file>" ? write("").parent_path() / "none.csv" : write(text), 1,
+            &problems));
+        EXPECT_NE(problems.find(problem), std::string::npos) << problems;
     }
     EXPECT_EQ(exportBothHives(machine.platform()).find(kUninstall + "\\"), std::string::npos);
 }

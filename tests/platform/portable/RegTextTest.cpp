@@ -1,4 +1,4 @@
-// The .reg reader and writer of the store, on text alone.
+// The .reg reader and writer of the store, and the portable regedit's import built on them.
 #include <gtest/gtest.h>
 
 #include <QString>
@@ -11,6 +11,7 @@
 #include "platform/WinTypes.h"
 #include "platform/portable/PortableCodePage.h"
 #include "platform/portable/RegText.h"
+#include "support/TestMachine.h"
 
 namespace {
 
@@ -20,16 +21,58 @@ using namespace platform::portable;
 std::vector<std::uint8_t> utf16Le(std::u16string_view text) {
     std::vector<std::uint8_t> bytes;
     for (char16_t unit : text) {
-        bytes.push_back(std::uint8_t(unit & 0xff));
-        bytes.push_back(std::uint8_t(unit >> 8));
+        bytes.insert(bytes.end(), {std::uint8_t(unit & 0xff), std::uint8_t(unit >> 8)});
     }
     return bytes;
 }
 
 class RegTextTest : public ::testing::Test {
 protected:
-    PortableCodePage codePage_{1252};
+    PortableCodePage codePage{1252};
 };
+
+// The portable regedit's own policy, stricter than regedit, which imports the lines it can
+// read: a file with a malformed line is refused whole, and the message says where, so that a
+// slip in a hand-written machine file is found instead of half imported. CR, LF and CRLF each
+// end one line.
+TEST_F(RegTextTest, AMalformedLineRefusesTheWholeFileWithItsLine) {
+    const std::string good =
+        "Windows Registry Editor Version 5.00\r\n\r\n"
+        "[HKEY_CURRENT_USER\\Software\\Malformed]\r\n\"ok\"=\"1\"\r\n";
+    const std::pair<std::string, int> cases[] = {
+        {"REGEDIT5\r\n\r\n[HKEY_CURRENT_USER\\Software]\r\n", 1},
+        {"", 1},
+        {good + "\"no equals\" \"x\"\r\n", 5},
+        {good + "\"unterminated name=1\r\n", 5},
+        {good + "\"open\"=\"string\r\n", 5},
+        {good + "\"after\"=\"string\" junk\r\n", 5},
+        {good + "\"bad\"=hex:01,zz\r\n", 5},
+        {good + "\"three digits\"=hex:012\r\n", 5},
+        {good + "\"bad\"=hex:01,\\\r\n  02,0g\r\n", 6},
+        {good + "\"open end\"=hex:01,\\\r\n", 5},
+        {good + "\"bad\"=dword:123456789\r\n", 5},
+        {good + "\"bad\"=dword:\r\n", 5},
+        {good + "\"bad\"=text\r\n", 5},
+        {good + "\r\n[HKEY_CURRENT_USER\\Software\\Other\r\n", 6},
+        {"REGEDIT4\r\n\r[HKEY_USERS\\A]\n\"a\"=\"1\"\r\n\n\"b\"=dword:x\r\n", 6},
+    };
+    testing_support::TestMachine machine;
+    std::string exported;
+    for (const auto& [text, line] : cases) {
+        const std::string message = machine.importReg(text);
+        EXPECT_NE(message.find("import.reg:" + std::to_string(line) + ": "), std::string::npos)
+            << message;
+        EXPECT_FALSE(machine.platform()
+                         .regEdit.exportKey("HKEY_CURRENT_USER\\Software\\Malformed", &exported)
+                         .ok)
+            << message;
+    }
+    ASSERT_EQ(machine.importReg(good), "");
+    ASSERT_TRUE(machine.platform()
+                    .regEdit.exportKey("HKEY_CURRENT_USER\\Software\\Malformed", &exported)
+                    .ok);
+    EXPECT_NE(exported.find("\"ok\"=\"1\""), std::string::npos) << exported;
+}
 
 // UTF-16LE with BOM, UTF-8 with and without BOM, and otherwise the ANSI code page.
 TEST_F(RegTextTest, ReadsEveryEncodingOfTheSameText) {
@@ -41,9 +84,8 @@ TEST_F(RegTextTest, ReadsEveryEncodingOfTheSameText) {
     for (const std::string& bytes :
          {"\xff\xfe" + std::string(wide.begin(), wide.end()), "\xef\xbb\xbf" + utf8, utf8,
           std::string("Windows Registry Editor Version 5.00\r\n"
-                      "[HKEY_CURRENT_USER\\Gr\xfc\xdf\x65]\r\n"
-                      "\"\x80\"=\"\xe4\"\r\n")}) {
-        const RegParseResult parsed = parseRegText(bytes, codePage_);
+                      "[HKEY_CURRENT_USER\\Gr\xfc\xdf\x65]\r\n\"\x80\"=\"\xe4\"\r\n")}) {
+        const RegParseResult parsed = parseRegText(bytes, codePage);
         ASSERT_TRUE(parsed.ok()) << parsed.error;
         ASSERT_EQ(parsed.operations.size(), 2u);
         EXPECT_EQ(parsed.operations[0].subKey, u"Grüße");
@@ -52,28 +94,20 @@ TEST_F(RegTextTest, ReadsEveryEncodingOfTheSameText) {
     }
 }
 
-// CR, LF and CRLF each end one line.
-TEST_F(RegTextTest, CountsLinesAtEveryKindOfLineEnd) {
-    const RegParseResult parsed = parseRegText(
-        "REGEDIT4\r\n\r[HKEY_USERS\\A]\n\"a\"=\"1\"\r\n\n\"b\"=dword:x\r\n", codePage_);
-    EXPECT_EQ(parsed.errorLine, 6);
-    EXPECT_TRUE(parsed.operations.empty());
-}
-
 // The root is the whole name before the first "\" in any case, not a short name or
 // HKEY_PERFORMANCE_DATA; the path runs to the last "]".
 TEST_F(RegTextTest, KeyLinesNameTheirRootAndPathAsWritten) {
     const RegParseResult parsed = parseRegText(
         "REGEDIT4\r\n[HKEY_LOCAL_MACHINE]\r\n[-hkey_classes_root\\a]b] ; x\r\n"
         "[HKLM\\Short]\r\n[HKEY_PERFORMANCE_DATA\\x]\r\n[ HKEY_USERS\\x]\r\n",
-        codePage_);
+        codePage);
     ASSERT_TRUE(parsed.ok()) << parsed.error;
     ASSERT_EQ(parsed.operations.size(), 5u);
-    EXPECT_EQ(parsed.operations[0].root, RegRoot::LocalMachine);
-    EXPECT_EQ(parsed.operations[0].subKey, u"");
-    EXPECT_EQ(parsed.operations[1].kind, RegOperation::Kind::DeleteKey);
-    EXPECT_EQ(parsed.operations[1].root, RegRoot::ClassesRoot);
-    EXPECT_EQ(parsed.operations[1].subKey, u"a]b");
+    EXPECT_EQ(std::tie(parsed.operations[0].root, parsed.operations[0].subKey),
+              std::tuple(RegRoot::LocalMachine, u""));
+    EXPECT_EQ(
+        std::tie(parsed.operations[1].kind, parsed.operations[1].root, parsed.operations[1].subKey),
+        std::tuple(RegOperation::Kind::DeleteKey, RegRoot::ClassesRoot, u"a]b"));
     for (size_t i = 2; i < 5; ++i) {
         EXPECT_FALSE(parsed.operations[i].root) << i;
     }
@@ -106,7 +140,7 @@ TEST_F(RegTextTest, WrittenValuesReadBackByteForByte) {
         EXPECT_LE(end - start, 80u)
             << QString::fromStdU16String(text.substr(start, end - start)).toStdString();
     }
-    const RegParseResult parsed = parseRegText(regFileBytes(text), codePage_);
+    const RegParseResult parsed = parseRegText(regFileBytes(text), codePage);
     ASSERT_TRUE(parsed.ok()) << parsed.errorLine << ": " << parsed.error;
     ASSERT_EQ(parsed.operations.size(), std::size(values) + 1);
     for (size_t i = 0; i < std::size(values); ++i) {

@@ -1,5 +1,5 @@
 // The store files behind the portable registry: what is on disk, damaged files, and several
-// processes using one store.
+// processes using one store. Each store object stands for a process of its own.
 #include <gtest/gtest.h>
 
 #include <QProcess>
@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string>
+#include <regex>
 
 #include "platform/portable/PortableCodePage.h"
 #include "platform/portable/PortableRegistry.h"
@@ -28,10 +28,9 @@ void writeFile(const fs::path& file, const std::string& bytes) {
     std::ofstream(file, std::ios::binary) << bytes;
 }
 
-long setString(Registry& registry, const std::string& keyPath, const std::string& name,
-               const std::string& data) {
+long setString(Registry& registry, const std::string& name, const std::string& data) {
     RegHandle key = 0;
-    long result = registry.RegCreateKeyA(hkey::CurrentUser, keyPath, &key);
+    long result = registry.RegCreateKeyA(hkey::CurrentUser, "Software\\App", &key);
     if (result == status::Success) {
         result = registry.RegSetValueExA(key, name, regtype::Sz,
                                          reinterpret_cast<const std::uint8_t*>(data.c_str()),
@@ -42,10 +41,11 @@ long setString(Registry& registry, const std::string& keyPath, const std::string
 }
 
 // The string, or "<error N>".
-std::string getString(Registry& registry, RegHandle root, const std::string& keyPath,
-                      const std::string& name) {
+std::string getString(Registry& registry, const std::string& name,
+                      RegHandle root = hkey::CurrentUser,
+                      const std::string& path = "Software\\App") {
     RegHandle key = 0;
-    long result = registry.RegOpenKeyExA(root, keyPath, 0, access::KeyRead, &key);
+    long result = registry.RegOpenKeyExA(root, path, 0, access::KeyRead, &key);
     char buffer[256];
     std::uint32_t size = sizeof buffer;
     if (result == status::Success) {
@@ -53,39 +53,34 @@ std::string getString(Registry& registry, RegHandle root, const std::string& key
                                            reinterpret_cast<std::uint8_t*>(buffer), &size);
         registry.RegCloseKey(key);
     }
-    return result == status::Success ? std::string(buffer)
-                                     : "<error " + std::to_string(result) + ">";
+    return result == status::Success ? buffer : "<error " + std::to_string(result) + ">";
 }
 
 class RegistryStoreTest : public ::testing::Test {
 protected:
-    fs::path temp() const { return fs::path(dir_.path().toStdString()); }
-    fs::path folder() const { return temp() / "registry"; }
-    fs::path userFile() const { return folder() / "HKEY_CURRENT_USER.reg"; }
-
-    QTemporaryDir dir_;
-    platform::portable::PortableCodePage codePage_{1252};
+    QTemporaryDir dir;
+    const fs::path temp = dir.path().toStdString();
+    const fs::path folder = temp / "registry";
+    const fs::path userFile = folder / "HKEY_CURRENT_USER.reg";
+    platform::portable::PortableCodePage codePage{1252};
 };
 
 // A root is kept in <ROOT>.reg as regedit exports it; a missing file is an empty root, and
 // reading writes nothing.
 TEST_F(RegistryStoreTest, StoreFilesAreRegeditExportsAndAMissingOneIsAnEmptyRoot) {
-    PortableRegistry registry(folder(), codePage_);
-    EXPECT_EQ(getString(registry, hkey::CurrentUser, "Software", "x"), "<error 2>");
-    EXPECT_FALSE(fs::exists(folder()));
-
-    ASSERT_EQ(setString(registry, "Software\\App", "Name", "Gr\xfc\xdf\x65"), status::Success);
-    const std::string bytes = readFile(userFile());
+    PortableRegistry registry(folder, codePage);
+    EXPECT_EQ(getString(registry, "x"), "<error 2>");
+    EXPECT_FALSE(fs::exists(folder));
+    ASSERT_EQ(setString(registry, "Name", "Gr\xfc\xdf\x65"), status::Success);
+    const std::string bytes = readFile(userFile);
     EXPECT_EQ(bytes.substr(0, 2), "\xff\xfe");
     EXPECT_EQ(
         std::u16string(reinterpret_cast<const char16_t*>(bytes.data() + 2), (bytes.size() - 2) / 2),
-        u"Windows Registry Editor Version 5.00\r\n\r\n"
-        u"[HKEY_CURRENT_USER]\r\n\r\n"
-        u"[HKEY_CURRENT_USER\\Software]\r\n\r\n"
-        u"[HKEY_CURRENT_USER\\Software\\App]\r\n"
+        u"Windows Registry Editor Version 5.00\r\n\r\n[HKEY_CURRENT_USER]\r\n\r\n"
+        u"[HKEY_CURRENT_USER\\Software]\r\n\r\n[HKEY_CURRENT_USER\\Software\\App]\r\n"
         u"\"Name\"=\"Grüße\"\r\n\r\n");
-    EXPECT_FALSE(fs::exists(folder() / "HKEY_LOCAL_MACHINE.reg"));
-    EXPECT_FALSE(fs::exists(folder() / "HKEY_CURRENT_USER.reg.tmp"));
+    EXPECT_FALSE(fs::exists(folder / "HKEY_LOCAL_MACHINE.reg"));
+    EXPECT_FALSE(fs::exists(folder / "HKEY_CURRENT_USER.reg.tmp"));
 }
 
 // A file that does not parse, or that holds keys of another root (saving would drop them), is
@@ -96,22 +91,21 @@ TEST_F(RegistryStoreTest, ADamagedFileAnswers1009AndIsNeverOverwritten) {
     const std::string head =
         "Windows Registry Editor Version 5.00\r\n\r\n"
         "[HKEY_CURRENT_USER\\Software\\App]\r\n\"a\"=\"1\"\r\n";
-    const fs::path import = temp() / "both.reg";
+    const fs::path import = temp / "both.reg";
     writeFile(import,
               "REGEDIT4\r\n[HKEY_LOCAL_MACHINE\\Software\\Both]\r\n\"v\"=\"1\"\r\n"
               "[HKEY_CURRENT_USER\\Software\\Both]\r\n\"v\"=\"1\"\r\n");
     for (const std::string& damaged :
          {head + "\"b\"=hex:zz\r\n", head + "[HKEY_LOCAL_MACHINE\\Software\\Misplaced]\r\n"}) {
         SCOPED_TRACE(damaged);
-        fs::remove_all(folder());
-        PortableRegistry registry(folder(), codePage_);
-        ASSERT_EQ(setString(registry, "Software\\App", "a", "0"), status::Success);
-        RegHandle open = 0;
+        fs::remove_all(folder);
+        PortableRegistry registry(folder, codePage);
+        ASSERT_EQ(setString(registry, "a", "0"), status::Success);
+        RegHandle open = 0, key = 0;
         ASSERT_EQ(registry.RegOpenKeyA(hkey::CurrentUser, "Software\\App", &open), status::Success);
-        writeFile(userFile(), damaged);
+        writeFile(userFile, damaged);
 
         testing::internal::CaptureStderr();
-        RegHandle key = 0;
         char name[256];
         std::uint32_t size = sizeof name;
         std::string text;
@@ -126,72 +120,66 @@ TEST_F(RegistryStoreTest, ADamagedFileAnswers1009AndIsNeverOverwritten) {
         const auto imported = registry.importFile(import.string());
         EXPECT_NE(imported.message.find("HKEY_CURRENT_USER.reg:5: "), std::string::npos)
             << imported.message;
-        EXPECT_EQ(getString(registry, hkey::LocalMachine, "Software\\Both", "v"), "<error 2>");
-        PortableRegistry other(folder(), codePage_);  // another process
-        EXPECT_EQ(setString(other, "Software\\App", "a", "2"), corrupt);
+        EXPECT_EQ(getString(registry, "v", hkey::LocalMachine, "Software\\Both"), "<error 2>");
+        PortableRegistry other(folder, codePage);
+        EXPECT_EQ(setString(other, "a", "2"), corrupt);
         const std::string errors = testing::internal::GetCapturedStderr();
 
-        EXPECT_EQ(readFile(userFile()), damaged);
+        EXPECT_EQ(readFile(userFile), damaged);
         EXPECT_NE(registry.lastProblem().find("HKEY_CURRENT_USER.reg:5: "), std::string::npos)
             << registry.lastProblem();
-        size_t reports = 0;
-        for (size_t at = errors.find(".reg:5: "); at != std::string::npos;
-             at = errors.find(".reg:5: ", at + 1)) {
-            ++reports;
-        }
-        EXPECT_EQ(reports, 2u) << errors;
+        const std::regex report(R"(\.reg:5: )");
+        EXPECT_EQ(std::distance(std::sregex_iterator(errors.begin(), errors.end(), report),
+                                std::sregex_iterator()),
+                  2)
+            << errors;
 
-        writeFile(userFile(), head);
-        EXPECT_EQ(getString(registry, hkey::CurrentUser, "Software\\App", "a"), "1");
-        EXPECT_EQ(setString(registry, "Software\\App", "b", "2"), status::Success);
+        writeFile(userFile, head);
+        EXPECT_EQ(getString(registry, "a"), "1");
+        EXPECT_EQ(setString(registry, "b", "2"), status::Success);
     }
 }
 
-// Each store object stands for another process: a change through one is seen by the other at
-// its next call, even when the file keeps its size, is rewritten within one tick of the file
-// clock and gets back the inode of the version before.
-TEST_F(RegistryStoreTest, AChangeByAnotherProcessIsSeenAtTheNextOpen) {
-    PortableRegistry first(folder(), codePage_);
-    PortableRegistry second(folder(), codePage_);
+// A change through one process is seen by the other at its next call, even when the file keeps
+// its size, is rewritten within one tick of the file clock and gets back the inode of the
+// version before. A key that goes while a handle of it is open answers 1018.
+TEST_F(RegistryStoreTest, AChangeByAnotherProcessIsSeenAtTheNextCall) {
+    PortableRegistry first(folder, codePage), second(folder, codePage);
     for (char digit = '0'; digit <= '9'; ++digit) {
-        ASSERT_EQ(setString(first, "Software\\Shared", "v", "x"), status::Success);
-        ASSERT_EQ(setString(first, "Software\\Shared", "v", std::string(1, digit)),
-                  status::Success);
-        ASSERT_EQ(getString(second, hkey::CurrentUser, "Software\\Shared", "v"),
-                  std::string(1, digit));
+        ASSERT_EQ(setString(first, "v", "x"), status::Success);
+        ASSERT_EQ(setString(first, "v", std::string(1, digit)), status::Success);
+        ASSERT_EQ(getString(second, "v"), std::string(1, digit));
     }
     RegHandle key = 0;
-    ASSERT_EQ(second.RegOpenKeyA(hkey::CurrentUser, "Software\\Shared", &key), status::Success);
+    ASSERT_EQ(second.RegOpenKeyA(hkey::CurrentUser, "Software\\App", &key), status::Success);
     EXPECT_EQ(second.RegDeleteValueA(key, "v"), status::Success);
-    EXPECT_EQ(getString(first, hkey::CurrentUser, "Software\\Shared", "v"), "<error 2>");
-    // A key that goes while a handle of it is open answers 1018.
-    const fs::path import = temp() / "delete.reg";
-    writeFile(import, "REGEDIT4\r\n[-HKEY_CURRENT_USER\\Software\\Shared]\r\n");
-    ASSERT_TRUE(first.importFile(import.string()).ok);
+    EXPECT_EQ(getString(first, "v"), "<error 2>");
+    writeFile(temp / "delete.reg", "REGEDIT4\r\n[-HKEY_CURRENT_USER\\Software\\App]\r\n");
+    ASSERT_TRUE(first.importFile((temp / "delete.reg").string()).ok);
     EXPECT_EQ(second.RegSetValueExA(key, "v", regtype::Sz, nullptr, 0), 1018);
 }
 
 TEST_F(RegistryStoreTest, TwoProcessesWritingIntoOneKeyLoseNothing) {
     constexpr int kCount = 500;
     QProcess writers[2];
-    const QString prefixes[2] = {"first", "second"};
+    const std::string prefixes[2] = {"first", "second"};
     for (int i = 0; i < 2; ++i) {
         writers[i].setProcessChannelMode(QProcess::ForwardedChannels);
-        writers[i].start(REGISTRY_WRITER, {QString::fromStdString(folder().string()),
-                                           "Software\\Race", prefixes[i], QString::number(kCount)});
+        writers[i].start(REGISTRY_WRITER,
+                         {QString::fromStdString(folder.string()), "Software\\Race",
+                          QString::fromStdString(prefixes[i]), QString::number(kCount)});
     }
     for (QProcess& writer : writers) {
         ASSERT_TRUE(writer.waitForFinished(300'000));
         EXPECT_EQ(writer.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(writer.exitCode(), 0);
     }
-    PortableRegistry registry(folder(), codePage_);
+    PortableRegistry registry(folder, codePage);
     int found = 0;
-    for (const QString& prefix : prefixes) {
+    for (const std::string& prefix : prefixes) {
         for (int i = 0; i < kCount; ++i) {
-            found +=
-                getString(registry, hkey::LocalMachine, "Software\\Race",
-                          prefix.toStdString() + std::to_string(i)) == "value " + std::to_string(i);
+            found += getString(registry, prefix + std::to_string(i), hkey::LocalMachine,
+                               "Software\\Race") == "value " + std::to_string(i);
         }
     }
     EXPECT_EQ(found, 2 * kCount);

@@ -1,6 +1,5 @@
 #pragma once
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -8,55 +7,36 @@
 
 #include "platform/VersionInfo.h"
 
-// The version block of a file on a machine, loaded and queried the way the program does it.
-class VersionQuery {
-public:
-    VersionQuery(platform::VersionInfo& versionInfo, const std::string& path)
-        : versionInfo_(versionInfo) {
-        const std::uint32_t size = versionInfo.GetFileVersionInfoSizeA(path, nullptr);
-        bytes_.resize(size);
-        loaded_ = size > 0 && versionInfo.GetFileVersionInfoA(path, 0, size, bytes_.data());
+// A value of a file's version block, loaded and queried the way the program does it; nothing
+// when the file has no block or the block no such value.
+inline std::optional<std::string> versionValue(platform::VersionInfo& versionInfo,
+                                               const std::string& path,
+                                               const std::string& subBlock) {
+    std::vector<std::uint8_t> block(versionInfo.GetFileVersionInfoSizeA(path, nullptr));
+    void* value = nullptr;
+    std::uint32_t length = 0;
+    if (block.empty() ||
+        !versionInfo.GetFileVersionInfoA(path, 0, std::uint32_t(block.size()), block.data()) ||
+        !versionInfo.VerQueryValueA(block.data(), subBlock, &value, &length)) {
+        return std::nullopt;
     }
+    return std::string(static_cast<const char*>(value), length);
+}
 
-    bool loaded() const { return loaded_; }
+// A string of a table such as "040904b0", up to its terminator.
+inline std::optional<std::string> versionText(platform::VersionInfo& versionInfo,
+                                              const std::string& path, const std::string& table,
+                                              const std::string& name) {
+    const auto value = versionValue(versionInfo, path, "\\StringFileInfo\\" + table + "\\" + name);
+    return value ? std::optional(std::string(value->c_str())) : std::nullopt;
+}
 
-    // The value's bytes as the call answers them.
-    std::optional<std::string> query(const std::string& subBlock) {
-        void* buffer = nullptr;
-        std::uint32_t len = 0;
-        if (!loaded_ || !versionInfo_.VerQueryValueA(bytes_.data(), subBlock, &buffer, &len)) {
-            return std::nullopt;
-        }
-        return std::string(static_cast<const char*>(buffer), len);
+// File version MS and LS, product version MS and LS of a file's fixed info.
+inline std::vector<std::uint32_t> fixedVersions(platform::VersionInfo& versionInfo,
+                                                const std::string& path) {
+    std::vector<std::uint32_t> words(4);
+    if (const auto info = versionValue(versionInfo, path, "\\"); info && info->size() >= 24) {
+        std::memcpy(words.data(), info->data() + 8, 16);
     }
-    // A string of the table, up to its terminator.
-    std::optional<std::string> text(const std::string& table, const std::string& name) {
-        const auto value = query("\\StringFileInfo\\" + table + "\\" + name);
-        return value ? std::optional(std::string(value->c_str())) : std::nullopt;
-    }
-    // The table that the first translation entry names, as "040904b0".
-    std::string firstTable() {
-        const auto translation = query("\\VarFileInfo\\Translation");
-        std::uint16_t entry[2] = {};
-        if (translation && translation->size() >= 4) {
-            std::memcpy(entry, translation->data(), 4);
-        }
-        char table[9];
-        std::snprintf(table, sizeof table, "%04x%04x", unsigned(entry[0]), unsigned(entry[1]));
-        return table;
-    }
-    // File version MS and LS, product version MS and LS; zeros without a fixed block.
-    std::vector<std::uint32_t> fixed() {
-        const auto info = query("\\");
-        std::vector<std::uint32_t> words(4);
-        if (info && info->size() >= 24) {
-            std::memcpy(words.data(), info->data() + 8, 16);
-        }
-        return words;
-    }
-
-private:
-    platform::VersionInfo& versionInfo_;
-    std::vector<std::uint8_t> bytes_;
-    bool loaded_ = false;
-};
+    return words;
+}

@@ -9,68 +9,48 @@
 
 namespace {
 
-struct Seen {
-    QString title;
-    QString text;
-    QMessageBox::Icon icon = QMessageBox::NoIcon;
-    QStringList buttons;
-};
-
-// Shows a box of the style and, once it is up, notes what it shows and presses the button
-// with the given text; the box's answer.
-int answer(std::uint32_t style, const QString& press, Seen* seen,
-           const std::u16string& caption = u"Title") {
-    QTimer::singleShot(0, [=] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_NE(box, nullptr);
-        *seen = {box->windowTitle(), box->text(), box->icon(), {}};
-        for (QAbstractButton* button : box->buttons()) {
-            const auto which = box->standardButton(button);
-            seen->buttons << (which == QMessageBox::Yes  ? "Yes"
-                              : which == QMessageBox::No ? "No"
-                                                         : "OK");
-        }
-        seen->buttons.sort();
-        box->button(press == "Yes"  ? QMessageBox::Yes
-                    : press == "No" ? QMessageBox::No
-                                    : QMessageBox::Ok)
-            ->click();
-    });
-    return platform::qt::QtMessageBox().show(u"Line one\r\nLine two", caption, style);
-}
-
 // Each style number of the program gives its buttons and icon, and the answers are the
-// platform's numbers.
+// platform's numbers; an empty title shows the program's name.
 TEST(QtMessageBox, StylesGiveTheirButtonsIconsAndAnswers) {
-    struct Case {
+    const struct {
         std::uint32_t style;
-        QStringList buttons;
+        QMessageBox::StandardButtons buttons;
         QMessageBox::Icon icon;
+        QMessageBox::StandardButton press;
+        int answer;
+        std::u16string caption = u"Title";
+    } cases[] = {
+        {0, QMessageBox::Ok, QMessageBox::NoIcon, QMessageBox::Ok, 1},
+        {0, QMessageBox::Ok, QMessageBox::NoIcon, QMessageBox::Ok, 1, u""},
+        {4, QMessageBox::Yes | QMessageBox::No, QMessageBox::NoIcon, QMessageBox::Yes, 6},
+        {16, QMessageBox::Ok, QMessageBox::Critical, QMessageBox::Ok, 1},
+        {36, QMessageBox::Yes | QMessageBox::No, QMessageBox::Question, QMessageBox::Yes, 6},
+        {36, QMessageBox::Yes | QMessageBox::No, QMessageBox::Question, QMessageBox::No, 7},
+        {48, QMessageBox::Ok, QMessageBox::Warning, QMessageBox::Ok, 1},
+        {52, QMessageBox::Yes | QMessageBox::No, QMessageBox::Warning, QMessageBox::Yes, 6},
+        {64, QMessageBox::Ok, QMessageBox::Information, QMessageBox::Ok, 1},
+        {68, QMessageBox::Yes | QMessageBox::No, QMessageBox::Information, QMessageBox::Yes, 6},
     };
-    const Case cases[] = {
-        {0, {"OK"}, QMessageBox::NoIcon},       {4, {"No", "Yes"}, QMessageBox::NoIcon},
-        {16, {"OK"}, QMessageBox::Critical},    {36, {"No", "Yes"}, QMessageBox::Question},
-        {48, {"OK"}, QMessageBox::Warning},     {52, {"No", "Yes"}, QMessageBox::Warning},
-        {64, {"OK"}, QMessageBox::Information}, {68, {"No", "Yes"}, QMessageBox::Information},
-    };
-    for (const Case& wanted : cases) {
-        Seen seen;
-        const bool question = wanted.buttons.size() == 2;
-        EXPECT_EQ(answer(wanted.style, question ? "Yes" : "OK", &seen), question ? 6 : 1)
-            << wanted.style;
-        EXPECT_EQ(seen.buttons, wanted.buttons) << wanted.style;
-        EXPECT_EQ(seen.icon, wanted.icon) << wanted.style;
-        EXPECT_EQ(seen.title, "Title");
-        EXPECT_EQ(seen.text, "Line one\r\nLine two");
+    for (const auto& c : cases) {
+        // Once the box is up, note what it shows and press the button.
+        QMessageBox::StandardButtons buttons;
+        QString title, text;
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            std::tie(buttons, title, text, icon) =
+                std::tuple(box->standardButtons(), box->windowTitle(), box->text(), box->icon());
+            box->button(c.press)->click();
+        });
+        EXPECT_EQ(platform::qt::QtMessageBox().show(u"Line one\r\nLine two", c.caption, c.style),
+                  c.answer)
+            << c.style;
+        EXPECT_EQ(buttons, c.buttons) << c.style;
+        EXPECT_EQ(icon, c.icon) << c.style;
+        EXPECT_EQ(title.toStdU16String(), c.caption.empty() ? u"Tallowick" : c.caption);
+        EXPECT_EQ(text, "Line one\r\nLine two");
     }
-    Seen seen;
-    EXPECT_EQ(answer(36, "No", &seen), 7);
-}
-
-TEST(QtMessageBox, AnEmptyTitleShowsTheProgramsName) {
-    Seen seen;
-    answer(0, "OK", &seen, u"");
-    EXPECT_EQ(seen.title, "Tallowick");
 }
 
 }  // namespace
